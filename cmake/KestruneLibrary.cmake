@@ -1,0 +1,38 @@
+# Warnings, sanitizers and the one way a folder of src/ becomes a library.
+
+add_library(kestrune_flags INTERFACE)
+target_include_directories(kestrune_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_definitions(kestrune_flags INTERFACE KESTRUNE_VERSION="${PROJECT_VERSION}" _FILE_OFFSET_BITS=64)
+target_compile_options(kestrune_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
+  -Wnon-virtual-dtor -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wextra-semi
+  -ffunction-sections -fdata-sections -fstack-protector-strong)
+target_link_options(kestrune_flags INTERFACE -Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro,-z,now)
+if(KESTRUNE_SANITIZE)
+  target_compile_options(kestrune_flags INTERFACE -fsanitize=${KESTRUNE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(kestrune_flags INTERFACE -fsanitize=${KESTRUNE_SANITIZE})
+elseif(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Under the sanitizers this warning fires inside their own instrumentation.
+  target_compile_options(kestrune_flags INTERFACE -Wnull-dereference)
+endif()
+
+# Qt code: no silent conversion from 8-bit text, no lower-case keywords.
+add_library(kestrune_qt_flags INTERFACE)
+target_link_libraries(kestrune_qt_flags INTERFACE kestrune_flags)
+target_compile_definitions(kestrune_qt_flags INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_URL_CAST_FROM_STRING
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# kestrune_library(<name> <folder below src/> [QT] LINKS <libraries>)
+# Compiles every .cpp of the folder itself (sub-folders are libraries of their own).
+function(kestrune_library name folder)
+  cmake_parse_arguments(ARG "QT" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+  add_library(${name} STATIC ${sources})
+  set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_libraries(${name} PUBLIC kestrune_flags ${ARG_LINKS})
+  if(ARG_QT)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE kestrune_qt_flags)
+  endif()
+endfunction()

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/Appearance.h"
+#include "platform/DirectoryWalker.h"
+#include "platform/FileQueries.h"
+#include "platform/FileStore.h"
+#include "platform/FileViewer.h"
+#include "platform/HostStatistics.h"
+#include "platform/MemoryPressureSource.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PowerSources.h"
+#include "platform/Preferences.h"
+#include "platform/ProcessRunner.h"
+#include "platform/RunningApplications.h"
+#include "platform/SystemTools.h"
+#include "platform/Trash.h"
+#include "platform/VolumeInfo.h"
+
+namespace kestrune {
+
+/// Everything the operating system provides. Members are never null.
+struct PlatformServices {
+    std::string homeDirectory;  ///< the account's home folder, its links resolved once
+    std::unique_ptr<HostStatistics> hostStatistics;
+    std::unique_ptr<PowerSources> powerSources;
+    std::unique_ptr<VolumeInfo> volumeInfo;
+    std::unique_ptr<FileQueries> fileQueries;
+    std::unique_ptr<DirectoryWalker> directoryWalker;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<FileStore> fileStore;
+    std::unique_ptr<ProcessRunner> processRunner;
+    std::unique_ptr<SystemTools> systemTools;
+    std::unique_ptr<RunningApplications> runningApplications;
+    std::unique_ptr<MemoryPressureSource> memoryPressure;
+    std::unique_ptr<Preferences> preferences;
+    std::unique_ptr<NotificationCenter> notificationCenter;
+    std::unique_ptr<FileViewer> fileViewer;
+    std::unique_ptr<Appearance> appearance;
+};
+
+/// Builds the services of the system this program was compiled for. Opens nothing that a later step may never need.
+/// Main thread.
+[[nodiscard]] PlatformServices makePlatformServices();
+
+}  // namespace kestrune

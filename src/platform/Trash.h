@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/Result.h"
+
+namespace kestrune {
+
+/// Tells two folders apart that had the same path one after the other.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::int64_t birthSeconds = 0;  ///< creation time; 0 where the file system keeps none
+    std::int64_t birthNanoseconds = 0;
+
+    bool operator==(const FileIdentity&) const = default;
+};
+
+/// Where a moved item lies now.
+struct TrashedItem {
+    std::string location;
+
+    bool operator==(const TrashedItem&) const = default;
+};
+
+enum class TrashFailure {
+    protectedOrChanged = 1,  ///< a link, a mount point, another owner or another item than the one confirmed
+    missing = 2,             ///< nothing is at the path any more
+    locationUnknown = 3,     ///< the item moved, but the system did not say where
+    system = 4,              ///< the system's own error, in message
+};
+
+struct TrashError {
+    TrashFailure failure = TrashFailure::system;
+    std::string message;  ///< one sentence for failure == system, else empty
+
+    bool operator==(const TrashError&) const = default;
+};
+
+struct TrashRequest {
+    std::string home;                      ///< the folder nothing outside of which may move
+    std::string relativePath;              ///< below home, without ".", ".." and empty components
+    std::optional<FileIdentity> expected;  ///< when given, only this very item moves
+};
+
+/// The one way a file leaves its place. A move is a single rename within one file system: nothing is ever copied or
+/// deleted, no link is followed at or below home, and an item is in the Trash together with its restore record or not
+/// at all. Whoever changes the tree meanwhile can turn a success into an error, never into another item's move.
+class Trash {
+public:
+    Trash() = default;
+    Trash(const Trash&) = delete;
+    Trash& operator=(const Trash&) = delete;
+    virtual ~Trash() = default;
+
+    /// Which item lies at the place now; nothing when there is none or a link is in the way. Any thread.
+    [[nodiscard]] virtual std::optional<FileIdentity> identity(const std::string& home,
+                                                               const std::string& relativePath) = 0;
+
+    /// Moves one item to the Trash of the file system it lies on. Blocks; a work queue's thread.
+    [[nodiscard]] virtual Result<TrashedItem, TrashError> moveToTrash(const TrashRequest& request) = 0;
+};
+
+}  // namespace kestrune

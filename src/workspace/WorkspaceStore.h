@@ -1,0 +1,211 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/Clock.h"
+#include "base/OperationCancellation.h"
+#include "base/Published.h"
+#include "base/SerialQueue.h"
+#include "engine/SystemEngine.h"
+#include "explorer/DiskExplorerResult.h"
+#include "platform/AlertPresenter.h"
+#include "platform/FileQueries.h"
+#include "platform/FileStore.h"
+#include "platform/FileViewer.h"
+#include "platform/MainQueue.h"
+#include "platform/MemoryPressureSource.h"
+#include "platform/Preferences.h"
+#include "platform/RunningApplications.h"
+#include "storage/DevCleaners.h"
+#include "workspace/ActivityEntry.h"
+#include "workspace/RunningItem.h"
+#include "workspace/TelemetryHistory.h"
+#include "workspace/WorkspacePage.h"
+
+namespace kestrune {
+
+/// How far a scan or a cleanup is.
+struct OperationProgress {
+    int done = 0;   ///< locations measured, or items handled
+    int total = 0;  ///< 0: nothing runs
+    std::string title;
+
+    bool operator==(const OperationProgress&) const = default;
+};
+
+/// What WorkspaceStore works with. Everything outlives it.
+struct WorkspaceStoreParts {
+    SystemEngine& engine;
+    DevCleaners& cleaners;
+    Preferences& preferences;
+    FileStore& fileStore;
+    FileQueries& fileQueries;
+    FileViewer& fileViewer;
+    RunningApplications& runningApplications;
+    MemoryPressureSource& memoryPressure;
+    AlertPresenter& alerts;
+    MainQueue& mainQueue;
+    const Clock& clock;
+    /// Makes the queue with this label.
+    std::function<std::unique_ptr<SerialQueue>(const std::string& label)> makeQueue;
+};
+
+/// The one model behind the menu and the windows. Views read its published fields and call its operations; both on
+/// the main thread only. Long work runs on queue (actions) and explorerQueue and comes back through the main queue.
+class WorkspaceStore final {
+public:
+    using Action = std::function<void()>;
+
+    /// Reads the stored settings and the activity log.
+    explicit WorkspaceStore(WorkspaceStoreParts parts);
+
+    /// Cancels what runs, waits for it and for every save, then lets go.
+    ~WorkspaceStore();
+
+    WorkspaceStore(const WorkspaceStore&) = delete;
+    WorkspaceStore& operator=(const WorkspaceStore&) = delete;
+
+    // Published state, in the order of its construction. Outside of the store only page, message, memoryPercent,
+    // availableMemoryGB, disk, updateAvailable and updateStatus are set.
+
+    Published<WorkspacePage> page{WorkspacePage::overview};
+    Published<std::vector<CleanTarget>> targets;
+    Published<std::optional<std::string>> explorerRoot;
+    Published<DiskExplorerResult> explorerResult;
+    Published<bool> isExploring{false};
+    Published<std::set<std::string>> selection;
+    Published<std::vector<std::string>> scanNotes;
+    Published<bool> isScanning{false};
+    Published<bool> isCleaning{false};
+    Published<bool> isPurging{false};
+    Published<std::string> progress;
+    Published<OperationProgress> operationProgress;
+    Published<std::optional<std::string>> message;
+    Published<std::map<std::string, std::string>> failures;  ///< by target id: why the last cleanup did not move it
+    Published<std::optional<WallTime>> lastScan;
+    Published<int> memoryPercent{0};
+    Published<int> cpuPercent{0};
+    Published<std::optional<double>> downloadRate;  ///< bytes per second
+    Published<std::optional<double>> uploadRate;
+    Published<std::optional<BatteryReading>> batteryReading;
+    Published<double> availableMemoryGB{0};  ///< GiB
+    Published<DiskSummary> disk;
+    Published<std::vector<TelemetrySample>> telemetryHistory;
+    Published<std::vector<RunningItem>> running;
+    Published<std::string> pressure{"Observing"};
+    Published<bool> updateAvailable{false};
+    Published<std::string> updateStatus{"Automatic checks run daily."};
+    Published<std::vector<ActivityEntry>> history;
+    Published<std::set<std::string>> excluded;
+    Published<std::set<std::string>> protectedApps;
+    Published<bool> reminders{false};
+    Published<std::optional<WallTime>> lastReminder;
+
+    /// Starts an update check; empty until the shell sets it.
+    Action checkUpdates;
+
+    // Monitoring.
+
+    /// Starts the pressure source and the 60-second timer. Once, after launch.
+    void startMonitoring();
+
+    /// The timer's check: starts the daily review when it is due.
+    void monitorTick();
+
+    /// Reads processor, network and battery once. Called after memoryPercent, availableMemoryGB and disk were set.
+    void refreshTelemetry();
+
+    /// Turns the daily review on or off.
+    void setReminders(bool on);
+
+    // Storage.
+
+    /// Measures the catalog, unless a scan, a cleanup or a confirmation is under way. onFinished runs after the
+    /// results are published.
+    void scan(Action onFinished = {});
+
+    /// Asks, then moves what is selected to the Trash, one item at a time.
+    void clean();
+
+    /// A scan, then clean() over the saved folders or the recommended build caches.
+    void quickClean(bool saved);
+
+    /// Ends a running scan at its next entry, a running cleanup before its next item.
+    void cancelCleanup();
+
+    /// Names from runningNames that hold files of targets open, each once.
+    [[nodiscard]] static std::vector<std::string> cleanupBlockers(const std::vector<CleanTarget>& targets,
+                                                                  const std::vector<std::string>& runningNames);
+
+    [[nodiscard]] std::vector<CleanTarget> visibleTargets() const;  ///< targets without the excluded ones
+    [[nodiscard]] std::vector<CleanTarget> selected() const;
+    [[nodiscard]] std::int64_t selectedBytes() const;
+    [[nodiscard]] std::vector<CleanTarget> recommended() const;  ///< build caches that need no review
+    [[nodiscard]] std::int64_t recommendedBytes() const;
+
+    void setSelected(const std::string& id, bool on);
+    void selectRecommended();
+    void clearSelection();
+    void toggleExclusion(const CleanTarget& target);
+    void saveSelection();
+    void restoreSelection();
+
+    /// The ids written by saveSelection; empty when there are none.
+    [[nodiscard]] std::vector<std::string> savedSelection() const;
+
+    // Activity.
+
+    /// Puts entry at the front of the log and saves the log on the action queue.
+    void record(const ActivityEntry& entry);
+
+    /// Shows where a moved item lies in the Trash, or says that it is gone.
+    void showInTrash(const ActivityEntry& entry);
+
+    /// Shows path in the file manager.
+    void reveal(const std::string& path);
+
+    /// The account's home folder, for showing paths below it as "~".
+    [[nodiscard]] const std::string& home() const;
+
+    /// Now, as the store's clock has it: for day titles.
+    [[nodiscard]] WallTime now() const;
+
+    /// True while a question of the store waits for its answer; no scan, cleanup or review starts meanwhile.
+    [[nodiscard]] bool isConfirming() const { return m_confirming; }
+
+private:
+    struct Cleanup;
+
+    [[nodiscard]] bool isBusy() const;  ///< a scan, a cleanup or a confirmation is under way
+    std::size_t ask(const Alert& alert);
+    void publishScan(std::vector<CleanTarget> found, std::vector<std::string> notes);
+    void cleanChosen(bool saved);
+    void cleanNext(const std::shared_ptr<Cleanup>& cleanup);
+    void finishCleanup(const Cleanup& cleanup);
+    [[nodiscard]] ActivityEntry entry(std::string title, std::string detail, bool failed) const;
+
+    /// Wraps job so that it runs on the main thread and only while the store lives.
+    void onMain(Action job);
+
+    WorkspaceStoreParts m_parts;
+    std::shared_ptr<OperationCancellation> m_cancellation;
+    std::shared_ptr<OperationCancellation> m_explorerCancellation;
+    std::shared_ptr<bool> m_alive;
+    std::optional<std::pair<NetworkCounters, Seconds>> m_previousNetwork;
+    std::unique_ptr<Timer> m_monitorTimer;
+    bool m_confirming = false;
+
+    // Last, so that they are joined first: jobs use everything above.
+    std::unique_ptr<SerialQueue> m_explorerQueue;
+    std::unique_ptr<SerialQueue> m_queue;
+};
+
+}  // namespace kestrune
