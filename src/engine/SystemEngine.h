@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +42,9 @@ public:
     };
 
     explicit SystemEngine(const SystemEngineParts& parts);
+    SystemEngine(const SystemEngine&) = delete;
+    SystemEngine& operator=(const SystemEngine&) = delete;
+    ~SystemEngine() = default;
 
     // Commands. All three block until the tool ended (65.5 s at most); work queues only.
 
@@ -82,11 +87,16 @@ public:
     void notify(const std::string& title, const std::string& message);
 
 private:
-    void deliver(const std::string& title, const std::string& message);
+    /// Answers of the notification center may come after the engine is gone; they look at this first.
+    struct Alive {};
+
+    void notify(const std::string& title, const std::string& message, NotificationAuthorization status);
+    void askThenDeliver(const std::string& title, const std::string& message);
     void playFallbackSound();
 
     SystemEngineParts m_parts;
     std::optional<CpuTicks> m_lastCPUTicks;
+    std::shared_ptr<Alive> m_alive = std::make_shared<Alive>();
 };
 
 }  // namespace kestrune

@@ -12,6 +12,10 @@
 /// The arithmetic behind SystemEngine's figures, as pure functions. docs/figures.md explains them. Any thread.
 namespace kestrune::TelemetryFormulas {
 
+/// part of whole in percent, truncated toward zero; 0 when whole is not positive. It multiplies before it divides, so
+/// that 29 of 100 is 29: 0.29 as a double times 100 would truncate to 28.
+[[nodiscard]] int percent(double part, double whole);
+
 /// Six zeros when pages is nothing.
 [[nodiscard]] VMStat vmStat(const std::optional<MemoryPages>& pages);
 
