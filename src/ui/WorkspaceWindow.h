@@ -1,12 +1,19 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <functional>
 #include <optional>
 #include <vector>
 
+#include "base/Published.h"
+#include "workspace/WorkspacePage.h"
+
+class QStackedLayout;
+
 namespace kestrune {
 
+class Sidebar;
 class WorkspaceStore;
 
 /// Where the window's frame (x, y, width, height) is kept between runs.
@@ -30,6 +37,23 @@ public:
 Q_SIGNALS:
     /// The user closed the window; it is hidden now.
     void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void restoreFrame();
+    void showPage();
+    [[nodiscard]] QWidget* makePage(WorkspacePage page);
+
+    WorkspaceStore& m_store;
+    WindowMemory m_memory;
+    Sidebar* m_sidebar;
+    QStackedLayout* m_pages;
+    std::array<QWidget*, allWorkspacePages.size()> m_made{};
+    Subscription m_pageChanged;
 };
 
 }  // namespace kestrune

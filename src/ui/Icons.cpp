@@ -1,0 +1,62 @@
+#include "ui/Icons.h"
+
+#include <QCache>
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <cmath>
+
+namespace kestrune::Icons {
+
+namespace {
+
+constexpr int thinLineFrom = 40;
+constexpr int cachedPixels = 300'000;
+
+QByteArray source(const QString& name, const QColor& colour, int size) {
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QByteArray text = file.readAll();
+    text.replace("currentColor", colour.name(QColor::HexRgb).toLatin1());
+    if (size >= thinLineFrom) {
+        text.replace("stroke-width=\"1.75\"", "stroke-width=\"1\"");
+    }
+    return text;
+}
+
+QPixmap rendered(const QString& name, const QColor& colour, int size, double ratio) {
+    const int side = static_cast<int>(std::ceil(size * ratio));
+    QPixmap result(side, side);
+    result.fill(Qt::transparent);
+    QSvgRenderer renderer(source(name, colour, size));
+    if (renderer.isValid()) {
+        QPainter painter(&result);
+        painter.setRenderHint(QPainter::Antialiasing);
+        renderer.render(&painter, QRectF(0, 0, size * ratio, size * ratio));
+    }
+    result.setDevicePixelRatio(ratio);
+    return result;
+}
+
+}  // namespace
+
+QPixmap pixmap(const QString& name, const QColor& colour, int size, double ratio) {
+    static QCache<QString, QPixmap> cache(cachedPixels);
+    const QString key = QStringLiteral("%1/%2/%3/%4").arg(name, colour.name()).arg(size).arg(ratio);
+    if (const QPixmap* known = cache.object(key)) {
+        return *known;
+    }
+    const QPixmap made = rendered(name, colour, size, ratio);
+    cache.insert(key, new QPixmap(made), made.width() * made.height());
+    return made;
+}
+
+void draw(QPainter& painter, QPointF place, const QString& name, const QColor& colour, int size) {
+    const double ratio = painter.device()->devicePixelRatioF();
+    const QPointF whole(std::round(place.x() * ratio) / ratio, std::round(place.y() * ratio) / ratio);
+    painter.drawPixmap(whole, pixmap(name, colour, size, ratio));
+}
+
+}  // namespace kestrune::Icons

@@ -1,0 +1,83 @@
+#include "ui/Paint.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+#include <cmath>
+
+namespace kestrune::Paint {
+
+namespace {
+
+constexpr double shortestBar = 2;
+
+}  // namespace
+
+int baseline(FontRole role, int top, int height) {
+    const QFontMetrics metrics(Metrics::font(role));
+    return top + (height - metrics.height() + 1) / 2 + metrics.ascent();
+}
+
+void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text,
+          Qt::Alignment alignment, Qt::TextElideMode elide) {
+    const QFontMetrics metrics(Metrics::font(role));
+    const QString fitting = metrics.elidedText(text, elide, box.width() + 1);
+    double x = box.left();
+    if (alignment & Qt::AlignRight) {
+        x = box.right() + 1 - metrics.horizontalAdvance(fitting);
+    } else if (alignment & Qt::AlignHCenter) {
+        x = box.left() + std::floor((box.width() - metrics.horizontalAdvance(fitting)) / 2.0);
+    }
+    painter.setFont(Metrics::font(role));
+    painter.setPen(colour);
+    painter.drawText(QPointF(x, baseline(role, box.top(), box.height())), fitting);
+}
+
+void rounded(QPainter& painter, const QRectF& box, double radius, const QColor& fill) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(box, radius, radius);
+}
+
+void card(QPainter& painter, const QRect& box) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Theme::colour(Colour::separator), 1));
+    painter.setBrush(Theme::colour(Colour::card));
+    const double radius = Metrics::px(12) - 0.5;
+    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+}
+
+void hairline(QPainter& painter, int x, int y, int width) {
+    painter.fillRect(QRect(x, y, width, 1), Theme::colour(Colour::separator));
+}
+
+void innerRing(QPainter& painter, const QRect& box, double radius) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Theme::colour(Colour::accentText), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(box).adjusted(1, 1, -1, -1), radius - 1, radius - 1);
+}
+
+QColor darkened(const QColor& colour, double share) {
+    return QColor::fromRgbF(colour.redF() * static_cast<float>(1 - share),
+                            colour.greenF() * static_cast<float>(1 - share),
+                            colour.blueF() * static_cast<float>(1 - share));
+}
+
+void bar(QPainter& painter, const QRectF& box, double share, const QColor& fill, const QColor& track) {
+    const double radius = box.height() / 2;
+    rounded(painter, box, radius, track);
+    if (share > 0) {
+        QPainterPath clip;
+        clip.addRoundedRect(box, radius, radius);
+        painter.save();
+        painter.setClipPath(clip, Qt::IntersectClip);
+        const double width = std::clamp(box.width() * share, shortestBar, box.width());
+        rounded(painter, QRectF(box.topLeft(), QSizeF(width, box.height())), width < box.height() ? 0 : radius, fill);
+        painter.restore();
+    }
+}
+
+}  // namespace kestrune::Paint

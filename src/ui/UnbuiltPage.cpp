@@ -1,0 +1,49 @@
+#include "ui/UnbuiltPage.h"
+
+#include <QVBoxLayout>
+
+#include "ui/EmptyState.h"
+#include "ui/UiText.h"
+
+namespace kestrune {
+
+namespace {
+
+QString sentence(WorkspacePage page) {
+    switch (page) {
+        case WorkspacePage::explorer:
+            return QStringLiteral(
+                "Exploring folders comes with a later version of Kestrune. Nothing on your disk is read here.");
+        case WorkspacePage::ai:
+            return QStringLiteral(
+                "This page comes with a later version of Kestrune. Model folders are already listed on the Storage "
+                "page.");
+        case WorkspacePage::apps:
+            return QStringLiteral(
+                "This page comes with a later version of Kestrune. Until then, Kestrune neither lists nor closes any "
+                "app.");
+        case WorkspacePage::automation:
+            return QStringLiteral(
+                "This page comes with a later version of Kestrune. The daily review can be turned on in the menu.");
+        default:
+            return QStringLiteral("This page isn’t built yet. It comes with a later version of Kestrune.");
+    }
+}
+
+}  // namespace
+
+UnbuiltPage::UnbuiltPage(WorkspaceStore& store, WorkspacePage page, QWidget* parent) : Page(store, page, parent) {
+    if (page == WorkspacePage::ai) {
+        addScanButtons();
+    }
+    auto* empty = new EmptyState(body());
+    empty->setContent(shown(symbol(page)), QStringLiteral("Not part of this version yet"), sentence(page));
+    empty->setSpaceAbove(128);
+    content().addWidget(empty);
+    content().addStretch(1);
+}
+
+void UnbuiltPage::refresh() {
+}
+
+}  // namespace kestrune
