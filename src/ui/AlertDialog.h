@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+#include <cstddef>
+#include <vector>
+
+#include "platform/AlertPresenter.h"
+
+class QVBoxLayout;
+
+namespace kestrune {
+
+class Button;
+class ScrollArea;
+
+/// One alert: a symbol, a title, a block for each item, a paragraph and its buttons in the platform's order. Escape
+/// and closing answer the last button.
+class AlertDialog final : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit AlertDialog(const Alert& alert, QWidget* parent = nullptr);
+
+    /// The index of the button pressed; the last one until then.
+    [[nodiscard]] std::size_t answer() const { return m_answer; }
+
+    /// The buttons in the order of the alert, which need not be the order on screen.
+    [[nodiscard]] const std::vector<Button*>& buttons() const { return m_buttons; }
+
+    void reject() override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void addItems(const std::vector<AlertItem>& items, QVBoxLayout& column);
+    void addButtons(const std::vector<std::string>& titles, QVBoxLayout& column);
+
+    QString m_symbol;
+    ScrollArea* m_scroll = nullptr;
+    std::vector<Button*> m_buttons;
+    std::size_t m_answer = 0;
+};
+
+}  // namespace kestrune
