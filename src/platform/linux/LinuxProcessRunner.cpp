@@ -1,0 +1,153 @@
+#include "platform/linux/LinuxProcessRunner.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+
+namespace kestrune {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+Clock::time_point after(Clock::time_point start, double seconds) {
+    return start + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+}
+
+// Rounded up, so that a wait does not end just before its limit and spin.
+int millisecondsUntil(Clock::time_point time, Clock::time_point now) {
+    return static_cast<int>(
+        std::chrono::ceil<std::chrono::milliseconds>(std::max(time - now, Clock::duration{})).count());
+}
+
+// One run from its start to the moment its caller may go on.
+class Run final {
+public:
+    Run(const LinuxChildProcess& child, LinuxFileDescriptor pipe, Clock::time_point start, const ProcessLimits& limits)
+        : m_child(child),
+          m_pipe(std::move(pipe)),
+          m_steps{{{after(start, limits.terminateAfterSeconds), SIGTERM},
+                   {after(start, limits.killAfterSeconds), SIGKILL}}},
+          m_abandonAt(after(start, limits.abandonAfterSeconds)) {}
+
+    // Returns when the process has ended and nobody holds the pipe any more, or when the last limit is reached.
+    void wait() {
+        while (!m_status || m_pipe) {
+            const Clock::time_point now = Clock::now();
+            if (now >= m_abandonAt) {
+                return;
+            }
+            waitForEvent(now);
+        }
+    }
+
+    // Nothing when the process could not be reaped in time.
+    [[nodiscard]] std::optional<std::int32_t> status() const { return m_status; }
+
+    [[nodiscard]] std::string takeOutput() { return std::move(m_output); }
+
+private:
+    struct Step {
+        Clock::time_point time;
+        int signal;
+    };
+
+    void waitForEvent(Clock::time_point now) {
+        Clock::time_point wakeAt = m_abandonAt;
+        if (!m_status) {
+            while (m_nextStep < m_steps.size() && now >= m_steps[m_nextStep].time) {
+                m_child.signal(m_steps[m_nextStep].signal);
+                ++m_nextStep;
+            }
+            if (m_nextStep < m_steps.size()) {
+                wakeAt = std::min(wakeAt, m_steps[m_nextStep].time);
+            }
+        }
+        // poll passes over negative descriptors.
+        std::array<pollfd, 2> watched{{{m_pipe.get(), POLLIN, 0}, {m_status ? -1 : m_child.descriptor(), POLLIN, 0}}};
+        if (::poll(watched.data(), watched.size(), millisecondsUntil(wakeAt, now)) <= 0) {
+            return;
+        }
+        if (watched[0].revents != 0) {
+            readOnce();
+        }
+        if (watched[1].revents != 0) {
+            m_status = m_child.reap();
+        }
+    }
+
+    void readOnce() {
+        const ssize_t count = ::read(m_pipe.get(), m_chunk.data(), m_chunk.size());
+        if (count > 0) {
+            m_output.append(m_chunk.data(), static_cast<std::size_t>(count));
+        } else if (count == 0 || (errno != EINTR && errno != EAGAIN)) {
+            m_pipe.reset();
+        }
+    }
+
+    const LinuxChildProcess& m_child;
+    LinuxFileDescriptor m_pipe;
+    std::array<Step, 2> m_steps;
+    std::size_t m_nextStep = 0;
+    Clock::time_point m_abandonAt;
+    std::optional<std::int32_t> m_status;
+    std::string m_output;
+    std::array<char, 65536> m_chunk;  // what a pipe holds
+};
+
+}  // namespace
+
+LinuxProcessRunner::LinuxProcessRunner() {
+    struct sigaction current {};
+
+    if (::sigaction(SIGCHLD, nullptr, &current) == 0 && current.sa_handler == SIG_IGN) {
+        current.sa_handler = SIG_DFL;
+        ::sigaction(SIGCHLD, &current, nullptr);
+    }
+}
+
+ProcessResult LinuxProcessRunner::run(const std::string& executable, const std::vector<std::string>& arguments,
+                                      const ProcessLimits& limits) {
+    reapAbandoned();
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return {};
+    }
+    LinuxFileDescriptor reading(ends[0]);
+    LinuxFileDescriptor writing(ends[1]);
+    // Our end only: the tool must find an ordinary, blocking pipe.
+    if (::fcntl(reading.get(), F_SETFL, O_NONBLOCK) != 0) {
+        return {};
+    }
+    const Clock::time_point start = Clock::now();
+    std::optional<LinuxChildProcess> child = LinuxChildProcess::start(executable, arguments, std::move(writing));
+    if (!child) {
+        return {};
+    }
+    Run run(*child, std::move(reading), start, limits);
+    run.wait();
+    const std::optional<std::int32_t> status = run.status();
+    if (!status) {
+        child->signal(SIGKILL);
+        abandon(std::move(*child));
+    }
+    return {status.value_or(SIGKILL), run.takeOutput()};
+}
+
+void LinuxProcessRunner::reapAbandoned() {
+    const std::scoped_lock lock(m_mutex);
+    std::erase_if(m_abandoned, [](const LinuxChildProcess& child) { return child.reap().has_value(); });
+}
+
+void LinuxProcessRunner::abandon(LinuxChildProcess child) {
+    const std::scoped_lock lock(m_mutex);
+    m_abandoned.push_back(std::move(child));
+}
+
+}  // namespace kestrune
