@@ -1,0 +1,60 @@
+"""Fixtures; a failed test leaves a picture of the screen and the accessibility tree in the pictures folder."""
+import os
+import re
+from pathlib import Path
+
+import pytest
+
+from desk import Notifications, picture
+from home import Home
+from kestrune import Kestrune
+
+PICTURES = Path(os.environ.get('KESTRUNE_PICTURES', '/tmp/kestrune-pictures'))
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_makereport(item, call):
+    report = (yield).get_result()
+    if report.when == 'call' and report.failed:
+        PICTURES.mkdir(parents=True, exist_ok=True)
+        name = re.sub(r'\W+', '-', item.name)
+        picture(PICTURES / f'failed-{name}.png')
+        for program in getattr(item, 'programs', []):
+            if program.is_running() and program._windows:
+                (PICTURES / f'failed-{name}.txt').write_text(program.windows.describe(), encoding='utf-8')
+            report.sections.append(('what the program printed', program.log.read_text(errors='replace')))
+
+
+@pytest.fixture
+def home(tmp_path):
+    """The home of a developer with six caches large enough to be listed."""
+    return Home(tmp_path).furnish()
+
+
+@pytest.fixture
+def start(request, home):
+    """start(*arguments, home=…, environment=…) starts the program; it ends with the test."""
+    request.node.programs = programs = []
+    Notifications.forget()
+
+    def begin(*arguments, home=home, environment=None):
+        programs.append(Kestrune(home, *arguments, environment=environment))
+        return programs[-1]
+
+    yield begin
+    for program in programs:
+        program.stop()
+
+
+@pytest.fixture
+def app(start):
+    """The running program, its item already in the tray."""
+    program = start()
+    assert program.tray
+    return program
+
+
+@pytest.fixture
+def pictures():
+    PICTURES.mkdir(parents=True, exist_ok=True)
+    return PICTURES

@@ -1,0 +1,101 @@
+"""A home folder as a developer has it, and what the program leaves in it."""
+import json
+import os
+import subprocess
+from pathlib import Path
+
+MB = 1_000_000
+
+# Title -> (folder below the home folder, size in units of 4096 bytes, the size as the program words it). The sizes
+# lie above the sizes from which a folder is listed.
+CACHES = {
+    'Ollama Models': ('.ollama/models', 12_000, '49.2 MB'),
+    'Hugging Face Hub Cache': ('.cache/huggingface/hub', 9_000, '36.9 MB'),
+    'Gradle Caches': ('.gradle/caches', 6_000, '24.6 MB'),
+    'NPM Global Cache': ('.npm/_cacache', 5_000, '20.5 MB'),
+    'Cargo Registry Cache': ('.cargo/registry/cache', 4_000, '16.4 MB'),
+    'User Logs': ('Library/Logs', 3_000, '12.3 MB'),
+}
+BUILD_CACHES = ['Gradle Caches', 'NPM Global Cache', 'Cargo Registry Cache']
+SUBTITLES = {
+    'Gradle Caches': 'Downloaded packages and cached builds — recreated when needed',
+    'NPM Global Cache': 'Downloaded packages — fetched again on the next install',
+    'Cargo Registry Cache': 'Downloaded Rust packages — fetched again when needed',
+}
+
+
+class Home:
+    """Home, settings and Trash of one person, all below one folder."""
+
+    def __init__(self, folder):
+        self.folder = Path(folder) / 'home'
+        self.config = Path(folder) / 'config'
+        self.data = Path(folder) / 'data'
+        for each in (self.folder, self.config, self.data):
+            each.mkdir(mode=0o700, parents=True, exist_ok=True)
+        self.environment = {
+            'HOME': str(self.folder),
+            'XDG_CONFIG_HOME': str(self.config),
+            'XDG_DATA_HOME': str(self.data),
+            'XDG_CACHE_HOME': str(self.folder / '.cache'),
+            'XDG_STATE_HOME': str(self.folder / '.local/state'),
+        }
+
+    def path(self, title):
+        return self.folder / CACHES[title][0]
+
+    def furnish(self, titles=tuple(CACHES)):
+        """Fills the folders of these caches, and puts things beside them that no cleanup may ever touch."""
+        for title in titles:
+            relative, blocks, _ = CACHES[title]
+            inner = self.folder / relative / 'files-2.1'
+            inner.mkdir(parents=True, exist_ok=True)
+            allocate(inner / 'large.bin', (blocks - 1) * 4096)
+            (inner / 'näme with spaces & <b>.txt').write_text('kept as it is', encoding='utf-8')
+        for relative in ('.ssh/id_ed25519', 'Projects/app/main.cpp', '.npm/notes.txt', 'Documents/letter.odt'):
+            path = self.folder / relative
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_text('mine', encoding='utf-8')
+        return self
+
+    def files(self):
+        """Every file with its size, for comparing before and after."""
+        return {str(path.relative_to(self.folder)): path.lstat().st_size
+                for path in self.folder.rglob('*') if not path.is_dir() and 'Application Support' not in path.parts}
+
+    @property
+    def activity_file(self):
+        return self.folder / 'Library/Application Support/Kestrune/activity.json'
+
+    def activity(self):
+        if not self.activity_file.exists():
+            return []
+        return json.loads(self.activity_file.read_text(encoding='utf-8'))
+
+    def preferences(self):
+        files = sorted((self.config / 'kestrune').glob('*.json'))
+        return json.loads(files[0].read_text(encoding='utf-8')) if files else {}
+
+    def trashed(self):
+        """The original paths of what lies in the Trash, as trash-list reads it."""
+        lines = self._tool('trash-list').splitlines()
+        return sorted(line.split(' ', 2)[2] for line in lines)
+
+    def restore_from_trash(self, path):
+        """Restores the one trashed item that lay at path."""
+        self._tool('trash-restore', str(path), answer='0\n')
+
+    def empty_trash(self):
+        self._tool('trash-empty', answer='y\n')
+
+    def _tool(self, *command, answer=None):
+        done = subprocess.run(command, input=answer, capture_output=True, text=True, check=False, cwd=self.folder,
+                              env={**os.environ, **self.environment})
+        assert done.returncode == 0, f'{command}: {done.stdout}{done.stderr}'
+        return done.stdout
+
+
+def allocate(path, size):
+    """A file that really takes size bytes, without the time to write them."""
+    with open(path, 'wb') as file:
+        os.posix_fallocate(file.fileno(), 0, size)

@@ -1,0 +1,141 @@
+"""The program as the tests use it: one running process with its tray menu and its windows."""
+import os
+import subprocess
+from pathlib import Path
+
+from desk import Tray, Windows, output, wait
+
+PROGRAM = os.environ.get('KESTRUNE', '')
+PAGES = ['Overview', 'Storage', 'Disk Explorer', 'AI Tools', 'Running Apps', 'Automation', 'Activity', 'Settings']
+
+QUICK_CLEAN = '🧹 Clean Build Caches…'
+CLEAN_SAVED = '📋 Clean the Same Folders Again…'
+OPEN = '✦ Open Kestrune'
+STORAGE = '💾 Find What’s Taking Space…'
+REMINDERS = '🔁 Daily Scan Reminders'
+RECENT = '🕘 Recent Actions…'
+QUIT = 'Quit Kestrune'
+
+REVIEW = 'Review & move to Trash'
+CAUTION = ("Close the tools using these files first. Builds may need to rebuild caches; models may require another "
+           "download. Space is recovered only after Trash is emptied. You can restore eligible items from Finder's "
+           "Trash.")
+
+
+class Kestrune:
+    """Starts the program for the person of home. A context manager: the program is gone at the end."""
+
+    def __init__(self, home, *arguments, environment=None, log=None):
+        self.home = home
+        self.log = Path(log or home.folder.parent / 'program.log')
+        self._tray = self._windows = None
+        with open(self.log, 'ab') as out:
+            self.process = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out,
+                                            env={**os.environ, **home.environment, **(environment or {})})
+
+    @property
+    def tray(self):
+        self._tray = self._tray or Tray(self.process.pid)
+        return self._tray
+
+    @property
+    def windows(self):
+        self._windows = self._windows or Windows(self.process.pid)
+        return self._windows
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    def wait_until_gone(self, seconds=15):
+        """The exit code."""
+        return self.process.wait(seconds)
+
+    def stop(self):
+        if self.is_running():
+            self.process.terminate()
+        try:
+            self.process.wait(10)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *problem):
+        self.stop()
+
+    # Windows and pages.
+
+    def open(self, menu_line=OPEN):
+        """Opens the window through the menu."""
+        self.tray.click(menu_line)
+        self.wait_for_window()
+        return self
+
+    def wait_for_window(self):
+        return wait(lambda: self.windows.window('Kestrune'), 'the window')
+
+    def window_id(self):
+        """The X11 window of the workspace, or nothing while it is not on the screen."""
+        found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(self.process.pid), '--name',
+                                '^Kestrune$'], capture_output=True, text=True, check=False).stdout.split()
+        return found[0] if found else None
+
+    def close_window(self):
+        """As the window's close button does."""
+        window = wait(self.window_id, 'the window on the screen')
+        output('xdotool', 'windowactivate', '--sync', window, 'key', 'alt+F4')
+        wait(lambda: not self.window_id(), 'the window to close')
+
+    def show_page(self, page):
+        self.windows.select('Pages', page)
+        wait(lambda: self.page() == page, f'the page {page}')
+
+    def page(self):
+        """The page whose sidebar entry is selected."""
+        return next((item.get_name() for item in Windows.children(self.windows.list_named('Pages'))
+                     if Windows.has(item, 'SELECTED')), None)
+
+    # Storage.
+
+    def scan(self):
+        """Opens Storage and scans until the caches are listed."""
+        self.open(STORAGE)
+        self.windows.press('Scan now')
+        wait(lambda: self.windows.control('Scan now') and not self.windows.control('Stop scan')
+             and self.windows.can_press('Scan now'), 'the end of the scan')
+        return self
+
+    def listed(self):
+        """The titles of the caches on the Storage page, in their order."""
+        names = [node.get_name() or '' for node in self.windows.walk()
+                 if node.get_role_name() == 'check box']
+        return [name.removeprefix('Select ') for name in names if name.startswith('Select ')]
+
+    def choose(self, *titles):
+        for title in titles:
+            if not self.windows.is_on(f'Select {title}'):
+                self.windows.press(f'Select {title}')
+            wait(lambda name=f'Select {title}': self.windows.is_on(name), f'{title} to be selected')
+
+    def review(self):
+        """Presses the footer's button and gives the confirmation dialog."""
+        self.windows.press(REVIEW)
+        return self.wait_for_dialog()
+
+    def wait_for_dialog(self):
+        return wait(self.windows.dialog, 'a dialog')
+
+    def answer(self, button):
+        self.windows.press(button, self.wait_for_dialog())
+        wait(lambda: not self.windows.dialog(), 'the dialog to close')
+
+    def clean(self, *titles):
+        """Moves these caches to the Trash, with all that a person has to do for it."""
+        self.scan()
+        self.choose(*titles)
+        self.review()
+        self.answer('Move to Trash')
+        plain = f'Moved {len(titles)} items to Trash. 0 failed.'
+        self.windows.wait_for(plain)

@@ -1,0 +1,130 @@
+"""The tray item and its menu, on a desktop with a tray."""
+import os
+import re
+from pathlib import Path
+
+from desk import wait
+from home import Home, allocate
+from kestrune import CLEAN_SAVED, OPEN, QUICK_CLEAN, QUIT, RECENT, REMINDERS, STORAGE
+
+MENU = [
+    'Kestrune', r'Memory \d+% · \d+ GB disk available', '', '---',
+    QUICK_CLEAN, CLEAN_SAVED, '🌐 Find What’s Using a Port…', '🔒 Keep My Current App Open', '🚪 Quit Other Apps…', '---',
+    OPEN, STORAGE, '🖥 Running Apps…', '📂 Find Big Files…', '🧠 AI Tools…', REMINDERS, RECENT, '---',
+    'Check for Updates…', '⚙️ Settings & Help…', 'Advanced', '---',
+    QUIT,
+]
+
+
+def memory_used():
+    """Percent of memory in use, from what free(1) reads."""
+    figures = dict(re.findall(r'(\w+):\s+(\d+)', Path('/proc/meminfo').read_text()))
+    return 100 * (1 - int(figures['MemAvailable']) / int(figures['MemTotal']))
+
+
+def gigabytes_free():
+    disk = os.statvfs('/')
+    return disk.f_bavail * disk.f_frsize // 1_000_000_000
+
+
+def resource_figures(line):
+    return tuple(int(figure) for figure in re.match(r'Memory (\d+)% · (\d+) GB', line.label).groups())
+
+
+def test_the_item_shows_the_memory_in_use(app):
+    title = app.tray.title
+    percent = int(re.fullmatch(r'🧹 (\d+)%', title).group(1))
+    assert abs(percent - memory_used()) <= 2
+    assert re.fullmatch(r'Kestrune · Memory usage \d+%', app.tray.tooltip)
+    assert app.tray.get('Status') == 'Active'
+
+
+def test_the_menu_has_its_23_lines_in_order(app):
+    lines = app.tray.open()
+    assert len(lines) == 23
+    for line, expected in zip(lines, MENU):
+        assert re.fullmatch(expected, repr(line)) or repr(line) == expected
+
+
+def test_lines_are_disabled_hidden_checked_and_given_keys_as_they_should(app):
+    lines = app.tray.open()
+    assert [line.enabled for line in lines[:3]] == [False, False, False]
+    assert [index for index, line in enumerate(lines) if not line.visible] == [2]
+    assert [line.label for line in lines if line.checkable] == [REMINDERS]
+    assert not app.tray.line(REMINDERS, lines).checked
+    for label in (QUICK_CLEAN, CLEAN_SAVED, OPEN, STORAGE, REMINDERS, RECENT, QUIT):
+        assert app.tray.line(label, lines).enabled, label
+    assert app.tray.line(QUICK_CLEAN, lines).shortcut == [['Control', 'L']]
+    assert app.tray.line(QUIT, lines).shortcut == [['Control', 'Q']]
+    assert [inner.label for inner in app.tray.line('Advanced', lines).lines] == ['Clear Cached Memory…']
+
+
+def test_opening_the_menu_reads_the_figures_again(app):
+    before = resource_figures(app.tray.open()[1])[1]
+    ballast = Path('/var/tmp') / f'kestrune-ballast-{os.getpid()}'
+    try:
+        allocate(ballast, 3_000_000_000)
+        after = resource_figures(app.tray.open()[1])[1]
+    finally:
+        ballast.unlink(missing_ok=True)
+    assert before - after >= 2
+
+
+def test_the_figures_of_the_menu_are_true(app):
+    percent, free = resource_figures(app.tray.open()[1])
+    assert abs(percent - memory_used()) <= 2
+    assert abs(free - gigabytes_free()) <= 1
+
+
+def test_toggling_the_reminder_flips_the_check_mark_and_is_kept(app):
+    app.tray.click(REMINDERS)
+    wait(lambda: app.tray.line(REMINDERS).checked, 'the check mark')
+    wait(lambda: app.home.preferences().get('kestrune_scan_reminders') is True, 'the stored setting')
+    app.tray.click(REMINDERS)
+    wait(lambda: not app.tray.line(REMINDERS).checked, 'the check mark to go')
+    wait(lambda: app.home.preferences().get('kestrune_scan_reminders') is False, 'the stored setting')
+
+
+def test_the_menu_opens_the_window_on_the_right_page(app):
+    for line, page in ((OPEN, 'Overview'), (STORAGE, 'Storage'), (RECENT, 'Activity')):
+        app.open(line)
+        wait(lambda expected=page: app.page() == expected, f'the page {page}')
+    assert len(app.windows.windows()) == 1
+
+
+def test_a_click_on_the_item_offers_the_menu_with_its_tooltips(app, pictures):
+    app.tray.activate()
+    menu = wait(lambda: next((node for node in app.windows.walk() if node.get_role_name() == 'popup menu'), None),
+                'the menu on the screen')
+    items = [node.get_name() for node in app.windows.walk(menu) if 'menu item' in node.get_role_name()]
+    assert QUICK_CLEAN in items and QUIT in items
+
+
+def test_cleaning_saved_folders_without_any_leads_to_storage(app):
+    app.tray.click(CLEAN_SAVED)
+    app.wait_for_window()
+    wait(lambda: app.page() == 'Storage', 'the page Storage')
+    sentence = ('Choose folders in Storage, then click Save for Next Time. You can review those same folders from the '
+                'menu next time.')
+    app.windows.wait_for(sentence)
+    assert app.tray.open()[2].label == sentence and app.tray.open()[2].visible
+
+
+def test_quick_clean_says_when_there_is_nothing_to_clean(start, tmp_path):
+    app = start(home=Home(tmp_path / 'bare'))
+    app.tray.click(QUICK_CLEAN)
+    app.wait_for_dialog()
+    app.windows.wait_for('No build caches found')
+    app.windows.wait_for('No build caches found in the places we check. Try the other categories in Storage.')
+    app.answer('OK')
+
+
+def test_a_second_start_shows_the_window_of_the_first(app, start):
+    second = start()
+    assert second.wait_until_gone() == 0
+    app.wait_for_window()
+
+
+def test_quit_ends_the_program(app):
+    app.tray.click(QUIT)
+    assert app.wait_until_gone() == 0

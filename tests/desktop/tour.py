@@ -1,0 +1,54 @@
+"""Starts the program on the desktop it runs in, goes through the menu and every page, light and dark, and leaves
+pictures. Arguments: the program, the folder for the pictures, arguments for the program."""
+import os
+import sys
+import tempfile
+from pathlib import Path
+
+program, pictures = sys.argv[1], Path(sys.argv[2])
+os.environ['KESTRUNE'] = program
+
+from desk import ColourScheme, picture, wait  # noqa: E402
+from home import BUILD_CACHES, Home  # noqa: E402
+from kestrune import PAGES, QUIT, Kestrune  # noqa: E402
+
+
+def settled_picture(path, window):
+    """A picture of the window once two in a row are the same."""
+    def is_settled():
+        before = path.read_bytes() if path.exists() else b''
+        picture(path, window)
+        return path.read_bytes() == before
+    path.unlink(missing_ok=True)
+    wait(is_settled, f'{path.name} to settle', 10)
+
+
+def tour(app, look):
+    app.tray.activate()
+    wait(lambda: any('menu item' in node.get_role_name() for node in app.windows.walk()), 'the menu')
+    settled_picture(pictures / f'menu-{look}.png', 'root')
+    app.scan()
+    app.choose(*BUILD_CACHES)
+    window = wait(app.window_id, 'the window on the screen')
+    for number, page in enumerate(PAGES, 1):
+        app.show_page(page)
+        settled_picture(pictures / f"{number}-{page.lower().replace(' ', '-')}-{look}.png", window)
+    app.show_page('Storage')
+    app.review()
+    settled_picture(pictures / f'confirmation-{look}.png', 'root')
+    app.answer('Cancel')
+
+
+def main():
+    pictures.mkdir(parents=True, exist_ok=True)
+    with tempfile.TemporaryDirectory(prefix='kestrune-tour.') as folder:
+        home = Home(folder).furnish()
+        for look in ('light', 'dark'):
+            with ColourScheme(dark=look == 'dark'), Kestrune(home, *sys.argv[3:]) as app:
+                tour(app, look)
+                app.tray.click(QUIT)
+                app.wait_until_gone()
+
+
+if __name__ == '__main__':
+    main()
