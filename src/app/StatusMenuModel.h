@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -8,11 +8,9 @@
 
 namespace kestrune {
 
-class WorkspaceStore;
-
-/// What a menu item does. none is a plain line, notBuilt a command that this version cannot carry out.
+/// What a menu item does.
 enum class MenuAction {
-    none,
+    none,  ///< a plain line
     openOverview,
     openStorage,
     openExplorer,
@@ -30,9 +28,20 @@ enum class MenuAction {
     clearMemory,
     checkUpdates,
     quit,
+    undo,  ///< this and the next four go to the focused text field
+    cut,
+    copy,
+    paste,
+    selectAll,
 };
 
-/// One line of the status menu, free of any toolkit.
+/// Carries out a menu command. Main thread.
+using MenuHandler = std::function<void(MenuAction)>;
+
+/// Whether this version can carry action out. The items of other commands are shown disabled.
+[[nodiscard]] bool isAvailable(MenuAction action);
+
+/// One line of a menu, free of any toolkit.
 struct MenuItem {
     bool separator = false;
     std::string title;
@@ -46,5 +55,50 @@ struct MenuItem {
 
     bool operator==(const MenuItem&) const = default;
 };
+
+/// What the live parts of the status menu are made from.
+struct StatusMenuState {
+    int memoryPercent = 0;
+    std::int64_t freeDiskGB = 0;
+    std::optional<std::string> message;
+    bool isScanning = false;
+    bool isCleaning = false;
+    bool reminders = false;
+    bool updateAvailable = false;
+
+    bool operator==(const StatusMenuState&) const = default;
+};
+
+/// The status menu and the status item's title and tooltip, as they should be shown.
+class StatusMenuModel final {
+public:
+    /// The menu as it is before the first refresh.
+    StatusMenuModel();
+
+    void refresh(const StatusMenuState& state);
+
+    [[nodiscard]] const std::vector<MenuItem>& items() const { return m_items; }
+
+    /// "🧹 63%", or "🧹 ↑ 63%" with an update waiting; empty before the first refresh.
+    [[nodiscard]] const std::string& title() const { return m_title; }
+
+    [[nodiscard]] const std::string& tooltip() const { return m_tooltip; }
+
+    [[nodiscard]] const StatusMenuState& state() const { return m_state; }
+
+    bool operator==(const StatusMenuModel&) const = default;
+
+private:
+    std::vector<MenuItem> m_items;
+    std::string m_title;
+    std::string m_tooltip;
+    StatusMenuState m_state;
+};
+
+/// The titles of items, one a line, "---" for a separator.
+[[nodiscard]] std::string dumpMenu(const std::vector<MenuItem>& items);
+
+/// The application's main menu: four top-level items, each with its submenu.
+[[nodiscard]] std::vector<MenuItem> mainMenu();
 
 }  // namespace kestrune

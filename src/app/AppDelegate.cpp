@@ -1,0 +1,154 @@
+#include "app/AppDelegate.h"
+
+#include <utility>
+
+namespace kestrune {
+
+namespace {
+
+constexpr std::chrono::seconds refreshInterval{5};
+
+constexpr double gibibytesPerMebibyte = 0.0009765625;
+
+}  // namespace
+
+AppDelegate::AppDelegate(AppDelegateParts parts) : m_parts(std::move(parts)) {
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    m_parts.store.startMonitoring();
+    refresh();
+    m_timer = m_parts.mainQueue.every(refreshInterval, [this] { refresh(); });
+}
+
+void AppDelegate::refresh() {
+    WorkspaceStore& store = m_parts.store;
+    const MemorySummary memory = m_parts.engine.getMemorySummary();
+    const DiskSummary disk = m_parts.engine.getDiskSummary();
+    m_menu.refresh({.memoryPercent = memory.pct,
+                    .freeDiskGB = disk.freeGB,
+                    .message = store.message.get(),
+                    .isScanning = store.isScanning.get(),
+                    .isCleaning = store.isCleaning.get(),
+                    .reminders = store.reminders.get(),
+                    .updateAvailable = store.updateAvailable.get()});
+    m_parts.statusItem.update(m_menu);
+
+    store.memoryPercent.set(memory.pct);
+    store.availableMemoryGB.set(memory.freeMB * gibibytesPerMebibyte);
+    store.disk.set(disk);
+    store.refreshTelemetry();
+}
+
+void AppDelegate::menuWillOpen() {
+    refresh();
+}
+
+void AppDelegate::perform(MenuAction action) {
+    switch (action) {
+        case MenuAction::openOverview:
+            return open(WorkspacePage::overview);
+        case MenuAction::openStorage:
+            return open(WorkspacePage::storage);
+        case MenuAction::openExplorer:
+            return open(WorkspacePage::explorer);
+        case MenuAction::openAI:
+            return open(WorkspacePage::ai);
+        case MenuAction::openApps:
+            return open(WorkspacePage::apps);
+        case MenuAction::openAutomation:
+            return open(WorkspacePage::automation);
+        case MenuAction::openActivity:
+            return open(WorkspacePage::activity);
+        case MenuAction::openSettings:
+            return open(WorkspacePage::settings);
+        case MenuAction::quickClean:
+            return m_parts.store.quickClean(false);
+        case MenuAction::cleanSaved:
+            return cleanSaved();
+        case MenuAction::toggleDaily:
+            m_parts.store.setReminders(!m_parts.store.reminders.get());
+            return refresh();
+        case MenuAction::quit:
+            terminate();
+            return;
+        default:
+            // The editing commands belong to the focused text field; the others are disabled in every menu.
+            return;
+    }
+}
+
+void AppDelegate::open(WorkspacePage page) {
+    m_parts.store.page.set(page);
+    m_parts.showWindow();
+}
+
+void AppDelegate::cleanSaved() {
+    if (m_parts.store.savedSelection().empty()) {
+        open(WorkspacePage::storage);
+        m_parts.store.message.set(
+            "Choose folders in Storage, then click Save for Next Time. You can review those same folders from the "
+            "menu next time.");
+        return;
+    }
+    m_parts.store.quickClean(true);
+}
+
+bool AppDelegate::isActing() const {
+    return m_parts.store.isCleaning.get() || m_parts.store.isPurging.get();
+}
+
+bool AppDelegate::applicationShouldTerminate() {
+    if (!isActing()) {
+        return true;
+    }
+    if (!m_guardIsShown) {
+        Alert alert;
+        alert.messageText = "An action is still running";
+        alert.text =
+            "Wait for the current action to finish before quitting or installing an update. You can stop cleanup "
+            "after its current item.";
+        m_guardIsShown = true;
+        static_cast<void>(m_parts.alerts.present(alert));
+        m_guardIsShown = false;
+    }
+    return false;
+}
+
+bool AppDelegate::terminate() {
+    if (!applicationShouldTerminate()) {
+        return false;
+    }
+    m_parts.exit();
+    return true;
+}
+
+void AppDelegate::terminateAfterCurrentItem() {
+    if (isActing()) {
+        m_parts.store.cancelCleanup();
+        // The fields change one after the other inside the store, so the look at both waits for the queue.
+        const auto look = [this] { m_parts.mainQueue.post([this] { exitWhenIdle(); }); };
+        m_exitSubscriptions.clear();
+        m_exitSubscriptions.push_back(m_parts.store.isCleaning.observe(look));
+        m_exitSubscriptions.push_back(m_parts.store.isPurging.observe(look));
+    }
+    exitWhenIdle();
+}
+
+void AppDelegate::exitWhenIdle() {
+    if (!isActing()) {
+        m_parts.exit();
+    }
+}
+
+void AppDelegate::applicationShouldHandleReopen() {
+    m_parts.showWindow();
+}
+
+void AppDelegate::windowWillClose() {
+    if (!m_parts.statusItem.isShown() && !terminate()) {
+        m_parts.showWindow();
+    }
+}
+
+}  // namespace kestrune

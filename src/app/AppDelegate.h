@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "app/StatusItem.h"
+#include "app/StatusMenuModel.h"
+#include "base/Published.h"
+#include "engine/SystemEngine.h"
+#include "platform/AlertPresenter.h"
+#include "platform/MainQueue.h"
+#include "workspace/WorkspaceStore.h"
+
+namespace kestrune {
+
+/// What AppDelegate works with. Everything outlives it.
+struct AppDelegateParts {
+    WorkspaceStore& store;
+    SystemEngine& engine;
+    AlertPresenter& alerts;
+    MainQueue& mainQueue;
+    StatusItem& statusItem;
+    std::function<void()> showWindow;  ///< shows the workspace window on the store's page, in front
+    std::function<void()> exit;        ///< ends the program's event loop
+};
+
+/// The application shell: keeps the status item current, carries out menu commands and decides about quitting.
+/// Main thread.
+class AppDelegate final {
+public:
+    explicit AppDelegate(AppDelegateParts parts);
+
+    /// Starts monitoring, shows the first figures and goes on every five seconds. Once.
+    void applicationDidFinishLaunching();
+
+    /// Reads memory and disk once, brings the status item up to date and hands the figures to the store.
+    void refresh();
+
+    /// The menu is about to open: the same as refresh.
+    void menuWillOpen();
+
+    /// Carries out a menu command.
+    void perform(MenuAction action);
+
+    /// The quit guard. False, after an alert, while a cleanup or a memory purge runs.
+    [[nodiscard]] bool applicationShouldTerminate();
+
+    /// The user asks to quit: ends the program unless the quit guard objects. True when it ends.
+    bool terminate();
+
+    /// The system asks to quit and will not ask again: ends the program at once, or as soon as a running cleanup has
+    /// finished its current item.
+    void terminateAfterCurrentItem();
+
+    /// The program was started again while it runs.
+    void applicationShouldHandleReopen();
+
+    /// The workspace window was closed. Without a status item nothing of the program is left to see, so closing the
+    /// window then means to quit.
+    void windowWillClose();
+
+    [[nodiscard]] const StatusMenuModel& menu() const { return m_menu; }
+
+private:
+    void open(WorkspacePage page);
+    void cleanSaved();
+    void exitWhenIdle();
+    [[nodiscard]] bool isActing() const;
+
+    AppDelegateParts m_parts;
+    StatusMenuModel m_menu;
+    std::unique_ptr<Timer> m_timer;
+    bool m_guardIsShown = false;
+    std::vector<Subscription> m_exitSubscriptions;
+};
+
+}  // namespace kestrune
