@@ -36,7 +36,7 @@ LIBRARIES = {'workspace': re.compile(r'nlohmann/')}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 STANDARD_HEADER = re.compile(r'^[a-z_0-9]+$')
-QT_HEADER = re.compile(r'^(Q[A-Z]|Qt[A-Z]\w*/|q[a-z]+\.h$)')
+QT_HEADER = re.compile(r'^(Q[A-Z]|Qt[A-Z]|q[a-z]+\.h$)')
 SYSTEM_MACRO = re.compile(r'\b(__APPLE__|__linux__|__linux|__unix__|_WIN32|TARGET_OS_\w+|Q_OS_\w+)\b')
 COMMENT = re.compile(r'//.*')
 
