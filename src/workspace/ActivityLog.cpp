@@ -112,6 +112,14 @@ std::string path(const std::string& home) {
     return home + "/Library/Application Support/Kestrune/activity.json";
 }
 
+std::vector<ActivityEntry> withEntry(std::vector<ActivityEntry> entries, const ActivityEntry& entry) {
+    entries.insert(entries.begin(), entry);
+    if (entries.size() > maxEntries) {
+        entries.resize(maxEntries);
+    }
+    return entries;
+}
+
 std::string encode(const std::vector<ActivityEntry>& entries) {
     Json array = Json::array();
     for (const auto& entry : entries) {

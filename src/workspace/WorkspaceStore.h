@@ -8,6 +8,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/Clock.h"
@@ -186,11 +187,22 @@ private:
 
     [[nodiscard]] bool isBusy() const;  ///< a scan, a cleanup or a confirmation is under way
     std::size_t ask(const Alert& alert);
+    void noteSaved(bool saved);  ///< tells the user when a setting holds for this session only
+    void refreshNetworkRates(Seconds now);
+
+    [[nodiscard]] bool lastScanWasStopped() const;
     void publishScan(std::vector<CleanTarget> found, std::vector<std::string> notes);
     void cleanChosen(bool saved);
+
+    [[nodiscard]] bool refuseForRunningTools(const std::vector<CleanTarget>& chosen);
+    void startCleanup(const std::shared_ptr<Cleanup>& cleanup);
     void cleanNext(const std::shared_ptr<Cleanup>& cleanup);
+    /// Files the current item's outcome with the moved or the failed ones; the entry that tells of it.
+    [[nodiscard]] ActivityEntry takeOutcome(Cleanup& cleanup) const;
     void finishCleanup(const Cleanup& cleanup);
-    [[nodiscard]] ActivityEntry entry(std::string title, std::string detail, bool failed) const;
+
+    /// Logs the move that ended while the store was being let go.
+    void saveUnrecordedMove();
 
     /// Wraps job so that it runs on the main thread and only while the store lives.
     void onMain(Action job);
@@ -202,6 +214,7 @@ private:
     std::optional<std::pair<NetworkCounters, Seconds>> m_previousNetwork;
     std::unique_ptr<Timer> m_monitorTimer;
     bool m_confirming = false;
+    std::shared_ptr<Cleanup> m_cleanup;  ///< while isCleaning
 
     // Last, so that they are joined first: jobs use everything above.
     std::unique_ptr<SerialQueue> m_explorerQueue;

@@ -1,0 +1,231 @@
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "base/Text.h"
+#include "workspace/ActivityLog.h"
+#include "workspace/WorkspaceStore.h"
+#include "workspace/WorkspaceStoreCleanup.h"
+
+namespace kestrune {
+
+namespace {
+
+/// Applications, in lower case, that hold the files of targets with keyword in their title open.
+struct Blocker {
+    std::string_view keyword;
+    std::array<std::string_view, 2> applications;
+};
+
+constexpr std::array<Blocker, 5> blockerTable{{
+    {"xcode", {"xcode", "simulator"}},
+    {"ollama", {"ollama", {}}},
+    {"lm studio", {"lm studio", {}}},
+    {"comfyui", {"comfyui", {}}},
+    {"gradle", {"android studio", "intellij idea"}},
+}};
+
+constexpr const char* finishScanFirst = "Finish a new scan before cleaning.";
+constexpr const char* closeFirst = "Close these apps before cleaning their files: ";
+
+bool holdsOpen(const std::string& lowerCasedName, const CleanTarget& target) {
+    const std::string title = lowerCased(target.title);
+    return std::any_of(blockerTable.begin(), blockerTable.end(), [&](const Blocker& blocker) {
+        return title.find(blocker.keyword) != std::string::npos &&
+               std::find(blocker.applications.begin(), blocker.applications.end(), lowerCasedName) !=
+                   blocker.applications.end();
+    });
+}
+
+Alert confirmation(const std::vector<CleanTarget>& chosen) {
+    Alert alert;
+    alert.style = AlertStyle::warning;
+    alert.symbol = "trash";
+    alert.messageText =
+        "Move " + std::to_string(chosen.size()) + " item" + (chosen.size() == 1 ? "" : "s") + " to Trash?";
+    for (const auto& target : chosen) {
+        alert.items.push_back({target.title, target.sizeFormatted(), target.subtitle});
+    }
+    alert.text =
+        "Close the tools using these files first. Builds may need to rebuild caches; models may require another "
+        "download. Space is recovered only after Trash is emptied. You can restore eligible items from Finder's Trash.";
+    alert.buttons = {"Move to Trash", "Cancel"};
+    return alert;
+}
+
+Alert nothingToClean(bool saved) {
+    Alert alert;
+    alert.messageText = saved ? "No saved items to clean" : "No build caches found";
+    alert.text = saved ? "Choose folders in Storage and click Save for Next Time. Folders you excluded or that no "
+                         "longer exist are left out."
+                       : "No build caches found in the places we check. Try the other categories in Storage.";
+    return alert;
+}
+
+}  // namespace
+
+std::vector<std::string> WorkspaceStore::cleanupBlockers(const std::vector<CleanTarget>& targets,
+                                                         const std::vector<std::string>& runningNames) {
+    std::set<std::string> names;
+    for (const auto& name : runningNames) {
+        const std::string lowerCasedName = lowerCased(name);
+        if (std::any_of(targets.begin(), targets.end(),
+                        [&](const CleanTarget& target) { return holdsOpen(lowerCasedName, target); })) {
+            names.insert(name);
+        }
+    }
+    return {names.begin(), names.end()};
+}
+
+void WorkspaceStore::quickClean(bool saved) {
+    scan([this, saved] { cleanChosen(saved); });
+}
+
+void WorkspaceStore::cleanChosen(bool saved) {
+    if (saved) {
+        restoreSelection();
+    } else {
+        selectRecommended();
+    }
+    if (lastScanWasStopped()) {
+        message.set(finishScanFirst);
+    } else if (selected().empty()) {
+        ask(nothingToClean(saved));
+    } else {
+        clean();
+    }
+}
+
+void WorkspaceStore::clean() {
+    if (isBusy() || selected().empty()) {
+        return;
+    }
+    if (lastScanWasStopped()) {
+        message.set(finishScanFirst);
+        return;
+    }
+    const auto chosen = DevCleaners::nonOverlapping(selected());
+    if (refuseForRunningTools(chosen)) {
+        return;
+    }
+    const auto cleanup = std::make_shared<Cleanup>();
+    for (const auto& target : chosen) {
+        // Where nothing lay when the user was asked, nothing that came later may move either: no item has identity 0.
+        cleanup->items.push_back({target, m_parts.cleaners.identity(target).value_or(FileIdentity{})});
+    }
+    if (ask(confirmation(chosen)) == 0) {
+        startCleanup(cleanup);
+    }
+}
+
+bool WorkspaceStore::refuseForRunningTools(const std::vector<CleanTarget>& chosen) {
+    std::vector<std::string> names;
+    for (const auto& application : m_parts.runningApplications.runningApplications()) {
+        names.push_back(application.localizedName);
+    }
+    const auto blockers = cleanupBlockers(chosen, names);
+    if (blockers.empty()) {
+        return false;
+    }
+    const std::string sentence = closeFirst + joined(blockers, ", ");
+    message.set(sentence);
+    Alert alert;
+    alert.symbol = "exclamationmark.triangle";
+    alert.messageText = "Close the tools using these caches first";
+    alert.text = sentence;
+    ask(alert);
+    return true;
+}
+
+void WorkspaceStore::startCleanup(const std::shared_ptr<Cleanup>& cleanup) {
+    // While the question was open an item may have been excluded or deselected, and a tool may have been started.
+    const auto stillSelected = selected();
+    std::erase_if(cleanup->items, [&](const Cleanup::Item& item) {
+        return std::none_of(stillSelected.begin(), stillSelected.end(),
+                            [&](const CleanTarget& target) { return target.id() == item.target.id(); });
+    });
+    std::vector<CleanTarget> chosen;
+    for (const auto& item : cleanup->items) {
+        chosen.push_back(item.target);
+    }
+    if (chosen.empty() || refuseForRunningTools(chosen)) {
+        return;
+    }
+    m_cancellation->reset();
+    m_cleanup = cleanup;
+    isCleaning.set(true);
+    failures.set({});
+    cleanNext(cleanup);
+}
+
+void WorkspaceStore::cleanNext(const std::shared_ptr<Cleanup>& cleanup) {
+    const std::size_t total = cleanup->items.size();
+    cleanup->stopped = cleanup->handled < total && m_cancellation->isCancelled();
+    if (cleanup->stopped || cleanup->handled == total) {
+        finishCleanup(*cleanup);
+        return;
+    }
+    const Cleanup::Item& item = cleanup->items[cleanup->handled];
+    progress.set("Moving " + std::to_string(cleanup->handled + 1) + " of " + std::to_string(total) + " · " +
+                 item.target.title);
+    operationProgress.set({static_cast<int>(cleanup->handled), static_cast<int>(total), item.target.title});
+    m_queue->enqueue([this, cleanup, item, cancellation = m_cancellation] {
+        if (!cancellation->isCancelled()) {
+            cleanup->outcome = m_parts.cleaners.cleanReviewedTarget(item.target, item.expected);
+        }
+        onMain([this, cleanup] {
+            if (cleanup->outcome) {
+                record(takeOutcome(*cleanup));
+            }
+            cleanNext(cleanup);
+        });
+    });
+}
+
+ActivityEntry WorkspaceStore::takeOutcome(Cleanup& cleanup) const {
+    const CleanTarget& target = cleanup.items[cleanup.handled].target;
+    const auto outcome = *std::exchange(cleanup.outcome, std::nullopt);
+    ++cleanup.handled;
+    ActivityEntry entry{makeActivityId(), now(), {}, {}, std::nullopt, !outcome.ok()};
+    if (outcome.ok()) {
+        cleanup.moved.insert(target.id());
+        entry.title = "Moved " + target.title + " to Trash";
+        entry.detail = target.sizeFormatted() + " estimated. Empty Trash in Finder when you're ready to reclaim space.";
+        entry.trashPath = outcome.value();
+    } else {
+        cleanup.failures[target.id()] = outcome.error().localizedDescription;
+        entry.title = "Couldn't move " + target.title;
+        entry.detail = outcome.error().localizedDescription;
+    }
+    return entry;
+}
+
+void WorkspaceStore::saveUnrecordedMove() {
+    if (m_cleanup && m_cleanup->outcome) {
+        const auto entries = ActivityLog::withEntry(history.get(), takeOutcome(*m_cleanup));
+        // At the end of the store there is nobody left to tell when this fails.
+        static_cast<void>(ActivityLog::save(m_parts.fileStore, home(), entries));
+    }
+}
+
+void WorkspaceStore::finishCleanup(const Cleanup& cleanup) {
+    auto left = targets.get();
+    std::erase_if(left, [&](const CleanTarget& target) { return cleanup.moved.contains(target.id()); });
+    auto stillSelected = selection.get();
+    std::erase_if(stillSelected, [&](const std::string& id) { return cleanup.moved.contains(id); });
+    const std::string summary = "Moved " + std::to_string(cleanup.moved.size()) + " items to Trash. " +
+                                std::to_string(cleanup.failures.size()) + " failed." +
+                                (cleanup.stopped ? " Cleanup stopped; remaining items were kept." : "");
+    targets.set(std::move(left));
+    selection.set(std::move(stillSelected));
+    failures.set(cleanup.failures);
+    message.set(summary);
+    progress.set("");
+    operationProgress.set({});
+    m_cleanup.reset();
+    isCleaning.set(false);
+    disk.set(m_parts.engine.getDiskSummary());
+    m_parts.engine.notify("Kestrune cleanup results", summary);
+}
+
+}  // namespace kestrune
