@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace kestrune {
@@ -14,13 +15,14 @@ std::optional<std::string_view> LinuxStatusFile::read(std::size_t atMost) {
             return std::nullopt;
         }
     }
-    if (m_buffer.size() < atMost) {
-        m_buffer.resize(atMost);
-    }
+    constexpr std::size_t smallest = 512;
     std::size_t length = 0;
     while (length < atMost) {
-        const ssize_t count =
-            ::pread(m_descriptor.get(), m_buffer.data() + length, atMost - length, static_cast<off_t>(length));
+        if (length == m_buffer.size()) {
+            m_buffer.resize(std::min(atMost, std::max(smallest, 4 * length)));
+        }
+        const std::size_t room = std::min(atMost, m_buffer.size()) - length;
+        const ssize_t count = ::pread(m_descriptor.get(), m_buffer.data() + length, room, static_cast<off_t>(length));
         if (count == 0) {
             break;
         }

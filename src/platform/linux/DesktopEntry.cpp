@@ -1,0 +1,185 @@
+#include "platform/linux/DesktopEntry.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/Text.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr std::array launchers{"bash", "bwrap", "dash", "electron", "env",  "flatpak",  "gapplication",
+                               "gjs",  "java",  "mono", "node",     "perl", "pkexec",   "python",
+                               "ruby", "sh",    "snap", "sudo",     "wine", "xdg-open", "zsh"};
+
+struct Fields {
+    std::string type;
+    std::string name;
+    std::string exec;
+    std::string tryExec;
+    std::string windowClass;
+    bool isShown = true;
+};
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string_view{}
+                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+// Undoes the escapes of a string value: \s \n \t \r \\.
+std::string unescaped(std::string_view value) {
+    std::string text;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (value[i] != '\\' || i + 1 == value.size()) {
+            text += value[i];
+            continue;
+        }
+        ++i;
+        switch (value[i]) {
+            case 's':
+                text += ' ';
+                break;
+            case 'n':
+                text += '\n';
+                break;
+            case 't':
+                text += '\t';
+                break;
+            case 'r':
+                text += '\r';
+                break;
+            case '\\':
+                text += '\\';
+                break;
+            default:
+                text += '\\';
+                text += value[i];
+                break;
+        }
+    }
+    return text;
+}
+
+Fields readFields(std::string_view text) {
+    Fields fields;
+    bool isMainGroup = false;
+    for (const std::string& raw : split(text, '\n')) {
+        const std::string_view line = trimmed(raw);
+        if (!line.empty() && line.front() == '[') {
+            isMainGroup = line == "[Desktop Entry]";
+            continue;
+        }
+        const std::size_t equals = line.find('=');
+        if (!isMainGroup || equals == std::string_view::npos || line.front() == '#') {
+            continue;
+        }
+        const std::string_view key = trimmed(line.substr(0, equals));
+        const std::string value = unescaped(trimmed(line.substr(equals + 1)));
+        if (key == "Type") {
+            fields.type = value;
+        } else if (key == "Name") {
+            fields.name = value;
+        } else if (key == "Exec") {
+            fields.exec = value;
+        } else if (key == "TryExec") {
+            fields.tryExec = value;
+        } else if (key == "StartupWMClass") {
+            fields.windowClass = value;
+        } else if ((key == "NoDisplay" || key == "Hidden") && value == "true") {
+            fields.isShown = false;
+        }
+    }
+    return fields;
+}
+
+// The words of an Exec line: blanks separate, double quotes hold together, a backslash takes the next character.
+std::vector<std::string> commandWords(std::string_view line) {
+    std::vector<std::string> words;
+    std::string word;
+    bool isQuoted = false;
+    bool hasWord = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (c == '"') {
+            isQuoted = !isQuoted;
+            hasWord = true;
+        } else if (c == '\\' && i + 1 < line.size()) {
+            word += line[++i];
+            hasWord = true;
+        } else if (c == ' ' && !isQuoted) {
+            if (hasWord) {
+                words.push_back(std::exchange(word, {}));
+            }
+            hasWord = false;
+        } else {
+            word += c;
+            hasWord = true;
+        }
+    }
+    if (hasWord) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+bool isAssignment(const std::string& word) {
+    const std::size_t equals = word.find('=');
+    return equals != std::string::npos && word.find('/') > equals;
+}
+
+// The program an Exec line is about, and whether words of its own follow. A package runner names it in --command.
+struct Command {
+    std::string program;
+    bool hasOwnArguments = false;
+};
+
+Command commandOf(const std::string& exec) {
+    constexpr std::string_view packagedCommand = "--command=";
+    const std::vector<std::string> words = commandWords(exec);
+    auto word = words.begin();
+    while (word != words.end() && (isLauncher(lastPathComponent(*word)) || isAssignment(*word) ||
+                                   (word != words.begin() && word->front() == '-'))) {
+        if (word->compare(0, packagedCommand.size(), packagedCommand) == 0) {
+            return {lastPathComponent(word->substr(packagedCommand.size())), false};
+        }
+        ++word;
+    }
+    if (word == words.end()) {
+        return {};
+    }
+    const bool hasOwnArguments =
+        std::any_of(word + 1, words.end(), [](const std::string& rest) { return rest.empty() || rest.front() != '%'; });
+    return {lastPathComponent(*word), hasOwnArguments};
+}
+
+}  // namespace
+
+bool isLauncher(std::string_view program) {
+    // Interpreters carry their version in the name.
+    const std::string_view plain = program.substr(0, program.find_last_not_of("0123456789.") + 1);
+    return std::any_of(launchers.begin(), launchers.end(), [plain](std::string_view name) { return name == plain; });
+}
+
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
+    const Fields fields = readFields(text);
+    if (fields.type != "Application" || fields.name.empty() || !fields.isShown) {
+        return std::nullopt;
+    }
+    const Command command = commandOf(fields.exec);
+    DesktopEntry entry;
+    entry.name = fields.name;
+    entry.hasOwnArguments = command.hasOwnArguments;
+    for (const std::string& program : {lastPathComponent(fields.tryExec), command.program, fields.windowClass}) {
+        const bool isKnown = std::find(entry.programs.begin(), entry.programs.end(), program) != entry.programs.end();
+        if (!program.empty() && !isKnown && !isLauncher(program)) {
+            entry.programs.push_back(program);
+        }
+    }
+    return entry;
+}
+
+}  // namespace kestrune
