@@ -1,0 +1,59 @@
+#include "platform/linux/LinuxTrash.h"
+
+#include <unistd.h>
+
+#include "platform/linux/LinuxMountTable.h"
+#include "platform/linux/LinuxPinnedItem.h"
+#include "platform/linux/LinuxTrashError.h"
+#include "platform/linux/LinuxTrashFolder.h"
+#include "platform/linux/LinuxTrashMove.h"
+
+namespace kestrune {
+
+namespace {
+
+bool mayMove(const LinuxPinnedItem& item, const std::optional<FileIdentity>& expected) {
+    const bool rightKind = item.status.isFolder() || item.status.isRegularFile();
+    const bool isMount = item.status.isMountPoint || item.status.mountId != item.folderStatus.mountId;
+    const bool asExpected = !expected || *expected == item.status.identity;
+    return rightKind && !isMount && asExpected && item.status.owner == ::geteuid();
+}
+
+}  // namespace
+
+LinuxTrash::LinuxTrash(std::optional<std::string> dataHome)
+    : m_dataHome(dataHome && dataHome->starts_with('/') ? std::move(*dataHome) : std::string()) {
+}
+
+std::optional<FileIdentity> LinuxTrash::identity(const std::string& home, const std::string& relativePath) {
+    LinuxPinnedItem item;
+    if (pinItem(home, relativePath, item) || item.status.isLink()) {
+        return std::nullopt;
+    }
+    return item.status.identity;
+}
+
+Result<TrashedItem, TrashError> LinuxTrash::moveToTrash(const TrashRequest& request) {
+    LinuxPinnedItem item;
+    if (const auto error = pinItem(request.home, request.relativePath, item)) {
+        return *error;
+    }
+    if (!mayMove(item, request.expected)) {
+        return protectedOrChanged();
+    }
+    const LinuxMountTable table;
+    const auto mounts = table.mounts();
+    if (!mounts.ok()) {
+        return trashSystemError(mounts.error());
+    }
+    if (holdsMountPoint(mounts.value(), item.status.mountId, item.path)) {
+        return protectedOrChanged();
+    }
+    LinuxTrashFolder trash;
+    if (const auto error = LinuxTrashFinder(item, m_dataHome, mounts.value()).find(trash)) {
+        return *error;
+    }
+    return LinuxTrashMove(item, trash, table).run();
+}
+
+}  // namespace kestrune

@@ -1,0 +1,108 @@
+#include "platform/linux/LinuxTrashError.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+namespace kestrune {
+
+namespace {
+
+struct Advice {
+    int errorNumber;
+    std::string_view cause;
+    std::string_view next;
+};
+
+constexpr std::string_view tryAgain = "Try again.";
+
+// Causes are worded here as far as users meet them; the C library's words for the rest stay in English as well.
+constexpr std::array advices = {
+    Advice{ENOSPC, "No space left on device", "Free some space, then try again."},
+    Advice{EDQUOT, "Disk quota exceeded", "Free some space, then try again."},
+    Advice{EROFS, "Its disk is read-only", "Make the disk writable, then try again."},
+    Advice{EACCES, "Permission denied", "Check the permissions of its folder and of the Trash, then try again."},
+    Advice{EPERM, "Operation not permitted", "Check the permissions of its folder and of the Trash, then try again."},
+    Advice{EXDEV, "It lies on another disk than the Trash", "Move it with your file manager instead."},
+    Advice{EINVAL, "Its disk can't move items safely", "Move it with your file manager instead."},
+    Advice{EMFILE, "Too many open files", "Restart Kestrune, then try again."},
+    Advice{ENFILE, "Too many open files in system", "Close some apps, then try again."},
+    Advice{ENOMEM, "Cannot allocate memory", "Close some apps, then try again."},
+    Advice{EIO, "Input/output error", "Check the disk, then try again."},
+    Advice{ENAMETOOLONG, "Its path is too long", "Move it with your file manager instead."},
+};
+
+std::string_view causeOf(TrashProblem problem) {
+    switch (problem) {
+        case TrashProblem::unsafeTrash:
+            return "The Trash folder isn't a folder of yours alone";
+        case TrashProblem::trashChanged:
+            return "The Trash folder changed meanwhile";
+        case TrashProblem::noFreeName:
+            return "The Trash holds too many items of this name";
+        case TrashProblem::holdsTrash:
+            return "It holds the Trash itself";
+        case TrashProblem::noTopDirectory:
+            return "Its disk has no place for a Trash";
+    }
+    return {};
+}
+
+std::string_view nextStepOf(TrashProblem problem) {
+    switch (problem) {
+        case TrashProblem::unsafeTrash:
+            return "Check its owner, its permissions and links that lead to it, then try again.";
+        case TrashProblem::trashChanged:
+            return tryAgain;
+        case TrashProblem::noFreeName:
+            return "Empty the Trash, then try again.";
+        case TrashProblem::holdsTrash:
+            return "Choose another item.";
+        case TrashProblem::noTopDirectory:
+            return "Move it with your file manager instead.";
+    }
+    return {};
+}
+
+TrashError worded(std::string_view cause, std::string_view next) {
+    std::string message = "Couldn't move this item to the Trash: ";
+    message.append(cause).append(". ").append(next);
+    return {TrashFailure::system, std::move(message)};
+}
+
+}  // namespace
+
+TrashError protectedOrChanged() {
+    return {TrashFailure::protectedOrChanged, {}};
+}
+
+TrashError itemMissing() {
+    return {TrashFailure::missing, {}};
+}
+
+TrashError trashSystemError(int errorNumber) {
+    const auto known = std::find_if(advices.begin(), advices.end(),
+                                    [errorNumber](const Advice& advice) { return advice.errorNumber == errorNumber; });
+    if (known != advices.end()) {
+        return worded(known->cause, known->next);
+    }
+    const char* description = ::strerrordesc_np(errorNumber);
+    return worded(description == nullptr ? "Unknown error" : description, tryAgain);
+}
+
+TrashError trashProblem(TrashProblem problem) {
+    return worded(causeOf(problem), nextStepOf(problem));
+}
+
+TrashError leftInTrash(const TrashError& cause) {
+    std::string message = "This item is in the Trash, but its move couldn't be confirmed or undone.";
+    message += " Open the Trash to inspect or restore it.";
+    if (!cause.message.empty()) {
+        message += " " + cause.message;
+    }
+    return {TrashFailure::system, std::move(message)};
+}
+
+}  // namespace kestrune

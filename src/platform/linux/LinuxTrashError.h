@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Trash.h"
+
+namespace kestrune {
+
+/// What can keep an item from the Trash besides a failing system call.
+enum class TrashProblem {
+    unsafeTrash,    ///< a link, a file, or a folder that others own or may write stands in the Trash's place
+    trashChanged,   ///< the Trash was exchanged while the item moved
+    noFreeName,     ///< every name that may be tried is taken
+    holdsTrash,     ///< the item is the folder that holds the Trash
+    noTopDirectory  ///< the item's disk has no folder that a Trash can be put in
+};
+
+[[nodiscard]] TrashError protectedOrChanged();
+[[nodiscard]] TrashError itemMissing();
+
+/// The failure of a system call as one sentence that says what happened and what to do next.
+[[nodiscard]] TrashError trashSystemError(int errorNumber);
+
+[[nodiscard]] TrashError trashProblem(TrashProblem problem);
+
+/// cause, for an item that lies in the Trash with its restore record and could not be put back.
+[[nodiscard]] TrashError leftInTrash(const TrashError& cause);
+
+}  // namespace kestrune
