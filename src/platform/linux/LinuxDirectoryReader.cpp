@@ -1,0 +1,112 @@
+#include "platform/linux/LinuxDirectoryReader.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+
+namespace kestrune {
+
+namespace {
+
+constexpr std::size_t bufferBytes = std::size_t{256} * 1024;
+
+// Keeps "../../…" well below PATH_MAX.
+constexpr std::size_t levelsAtOnce = 1000;
+
+constexpr unsigned folderFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
+
+LinuxFileDescriptor openWith(int parent, const char* path, unsigned flags, unsigned resolve) {
+    open_how how{};
+    how.flags = flags;
+    how.resolve = resolve;
+    long descriptor = -1;
+    do {
+        descriptor = ::syscall(SYS_openat2, parent, path, &how, sizeof how);
+    } while (descriptor < 0 && errno == EINTR);
+    return LinuxFileDescriptor(static_cast<int>(descriptor));
+}
+
+// Looking is no use of a folder, so its access time stays; only its owner may ask for that.
+LinuxFileDescriptor openQuietly(int parent, const char* path, unsigned flags, unsigned resolve) {
+    LinuxFileDescriptor folder = openWith(parent, path, flags | O_NOATIME, resolve);
+    if (!folder && errno == EPERM) {
+        folder = openWith(parent, path, flags, resolve);
+    }
+    return folder;
+}
+
+LinuxFileDescriptor openWithinMount(int parent, const char* path) {
+    return openQuietly(parent, path, folderFlags | O_NOFOLLOW, RESOLVE_NO_XDEV | RESOLVE_NO_SYMLINKS);
+}
+
+}  // namespace
+
+LinuxDirectoryReader::LinuxDirectoryReader() : m_buffer(std::make_unique<char[]>(bufferBytes)) {
+}
+
+void LinuxDirectoryReader::begin(int descriptor) {
+    m_descriptor = descriptor;
+    m_filled = 0;
+    m_position = 0;
+    m_failed = false;
+}
+
+std::optional<DirectoryRecord> LinuxDirectoryReader::next() {
+    while (m_position < m_filled || fill()) {
+        const auto* record = reinterpret_cast<const dirent64*>(m_buffer.get() + m_position);
+        m_position += record->d_reclen;
+        const char* name = record->d_name;
+        const bool isSelfOrParent = name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+        if (!isSelfOrParent) {
+            return DirectoryRecord{name, record->d_type};
+        }
+    }
+    return std::nullopt;
+}
+
+bool LinuxDirectoryReader::fill() {
+    ssize_t got = -1;
+    do {
+        got = ::getdents64(m_descriptor, m_buffer.get(), bufferBytes);
+    } while (got < 0 && errno == EINTR);
+    m_failed = got < 0;
+    m_filled = static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+    m_position = 0;
+    return m_filled > 0;
+}
+
+LinuxFileDescriptor openFolderToWalk(const std::string& path) {
+    if (path.find('\0') != std::string::npos) {
+        return {};
+    }
+    return openQuietly(AT_FDCWD, path.c_str(), folderFlags, 0);
+}
+
+LinuxFileDescriptor openFolderBelow(int parent, const char* name) {
+    return openWithinMount(parent, name);
+}
+
+LinuxFileDescriptor openFolderAbove(int descriptor, std::size_t levels) {
+    LinuxFileDescriptor reached;
+    while (levels > 0) {
+        const std::size_t step = std::min(levels, levelsAtOnce);
+        std::string path;
+        for (std::size_t level = 0; level < step; ++level) {
+            path += "../";
+        }
+        reached = openWithinMount(reached ? reached.get() : descriptor, path.c_str());
+        if (!reached) {
+            break;
+        }
+        levels -= step;
+    }
+    return reached;
+}
+
+}  // namespace kestrune

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/linux/LinuxFileDescriptor.h"
+
+namespace kestrune {
+
+/// A name inside a folder and what the file system says it is.
+struct DirectoryRecord {
+    const char* name = nullptr;  ///< valid until the next call of the reader
+    unsigned char type = 0;      ///< DT_DIR, DT_REG … DT_UNKNOWN
+};
+
+/// Lists open folders through getdents64(2) with one big buffer. One thread at a time.
+class LinuxDirectoryReader final {
+public:
+    LinuxDirectoryReader();
+
+    /// Turns to another folder; descriptor stands at its beginning and stays open until the last record was read.
+    void begin(int descriptor);
+
+    /// The next record, "." and ".." left out; nothing at the end or when the system fails (see failed()).
+    [[nodiscard]] std::optional<DirectoryRecord> next();
+
+    /// Whether the last next() ended because the folder could not be read on.
+    [[nodiscard]] bool failed() const { return m_failed; }
+
+private:
+    [[nodiscard]] bool fill();
+
+    const std::unique_ptr<char[]> m_buffer;
+    int m_descriptor = -1;
+    std::size_t m_filled = 0;
+    std::size_t m_position = 0;
+    bool m_failed = false;
+};
+
+/// Opens the folder a walk begins in; a link that leads to one is followed.
+[[nodiscard]] LinuxFileDescriptor openFolderToWalk(const std::string& path);
+
+/// Opens the folder `name` below parent for listing: no link is followed, no mount point entered, nothing but a folder
+/// opened. errno tells why when there is none; EXDEV is a mount point.
+[[nodiscard]] LinuxFileDescriptor openFolderBelow(int parent, const char* name);
+
+/// Opens the folder that lies this many levels above the one given, on the same mount.
+[[nodiscard]] LinuxFileDescriptor openFolderAbove(int descriptor, std::size_t levels);
+
+}  // namespace kestrune
