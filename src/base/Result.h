@@ -16,10 +16,10 @@ public:
     [[nodiscard]] bool ok() const { return m_content.index() == 0; }
 
     /// Only when ok().
-    [[nodiscard]] const Value& value() const { return *std::get_if<0>(&m_content); }
+    [[nodiscard]] const Value& value() const { return std::get<0>(m_content); }
 
     /// Only when not ok().
-    [[nodiscard]] const Error& error() const { return *std::get_if<1>(&m_content); }
+    [[nodiscard]] const Error& error() const { return std::get<1>(m_content); }
 
 private:
     std::variant<Value, Error> m_content;
