@@ -1,17 +1,20 @@
 #include "platform/linux/LinuxChildProcess.h"
 
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 
 namespace kestrune {
 
 namespace {
+
+// The C library of Debian 12 declares pidfd_open and its kin without C linkage, hence the plain system calls below.
 
 class SpawnFileActions final {
 public:
@@ -39,10 +42,11 @@ private:
 class SpawnAttributes final {
 public:
     SpawnAttributes() {
-        sigset_t all;
         sigset_t none;
-        sigfillset(&all);
         sigemptyset(&none);
+        // sigfillset leaves out the C library's own two signals, and posix_spawn then has the child ignore them.
+        sigset_t all;
+        std::memset(&all, 0xFF, sizeof all);
         m_ok = ::posix_spawnattr_init(&m_attributes) == 0 &&
                ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK) == 0 &&
                ::posix_spawnattr_setsigdefault(&m_attributes, &all) == 0 &&
@@ -99,7 +103,7 @@ std::optional<LinuxChildProcess> LinuxChildProcess::start(const std::string& exe
     // Closing our copy first leaves a free descriptor number for the next call.
     output.reset();
     // The number cannot mean another process yet: it stays taken until we reap it.
-    LinuxFileDescriptor descriptor(::pidfd_open(pid, 0));
+    LinuxFileDescriptor descriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
     if (!descriptor) {
         ::kill(pid, SIGKILL);
         while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
@@ -110,7 +114,7 @@ std::optional<LinuxChildProcess> LinuxChildProcess::start(const std::string& exe
 }
 
 void LinuxChildProcess::signal(int number) const {
-    ::pidfd_send_signal(m_descriptor.get(), number, nullptr, 0);
+    ::syscall(SYS_pidfd_send_signal, m_descriptor.get(), number, nullptr, 0);
 }
 
 std::optional<std::int32_t> LinuxChildProcess::reap() const {
