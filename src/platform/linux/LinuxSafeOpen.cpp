@@ -5,9 +5,7 @@
 #include <sys/stat.h>
 #include <sys/syscall.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
 
 namespace kestrune {
 
@@ -54,16 +52,6 @@ int syncFolder(int folder) {
         return errno;
     }
     return 0;
-}
-
-std::optional<std::string> currentPath(int descriptor) {
-    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
-    std::array<char, PATH_MAX> path = {};
-    const ssize_t length = ::readlink(link.c_str(), path.data(), path.size());
-    if (length <= 0 || static_cast<std::size_t>(length) >= path.size() || path.front() != '/') {
-        return std::nullopt;
-    }
-    return std::string(path.data(), static_cast<std::size_t>(length));
 }
 
 }  // namespace kestrune

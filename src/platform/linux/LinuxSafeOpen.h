@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "platform/linux/LinuxFileDescriptor.h"
@@ -32,8 +31,5 @@ enum class LinuxReach {
 /// Puts the entries of the folder on disk. 0, or the errno; 0 also where the file system or the folder's permissions
 /// leave no way to do so. Any thread.
 [[nodiscard]] int syncFolder(int folder);
-
-/// The path that descriptor's item has at this moment, as the kernel knows it. Any thread.
-[[nodiscard]] std::optional<std::string> currentPath(int descriptor);
 
 }  // namespace kestrune

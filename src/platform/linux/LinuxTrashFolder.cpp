@@ -34,7 +34,7 @@ std::string inside(const std::string& folder, const std::string& name) {
 
 bool LinuxTrashFolder::stillLeadsTo(const std::string& name, const FileIdentity& item) const {
     const LinuxWalk walk = goWay(way);
-    if (walk.deepest.error || !walk.missing.empty() || walk.deepest.status.identity != identity) {
+    if (walk.deepest.error || !walk.missing.empty() || walk.path != path || walk.deepest.status.identity != identity) {
         return false;
     }
     const int trash = walk.deepest.descriptor.get();
@@ -63,7 +63,8 @@ std::optional<TrashError> LinuxTrashFinder::find(LinuxTrashFolder& folder) const
     if (!start.descriptor) {
         return trashSystemError(start.error);
     }
-    folder.way = {std::move(start.descriptor), given ? trash.substr(1) : ".local/share/Trash", true};
+    folder.way = {std::move(start.descriptor), given ? "/" : m_item.homePath,
+                  given ? trash.substr(1) : ".local/share/Trash", true};
     LinuxWalk walk = goWay(folder.way);
     if (walk.deepest.error) {
         return walk.deepest.error;
@@ -72,6 +73,7 @@ std::optional<TrashError> LinuxTrashFinder::find(LinuxTrashFolder& folder) const
         return useInTopDirectory(folder);
     }
     folder.originalPath = m_item.path;
+    folder.path = walk.path;
     return use(makeMissing(std::move(walk)), WhoMayWrite::ownerAndGroup, folder);
 }
 
@@ -93,11 +95,13 @@ std::optional<TrashError> LinuxTrashFinder::useInTopDirectory(LinuxTrashFolder& 
         folderFrom(openWithoutLinks(top.descriptor.get(), ".Trash", pinFolder, LinuxReach::mount));
     const bool sharedIsSafe = !shared.error && shared.status.isSticky() && (shared.status.owner == 0 || shared.isOwn());
     const std::string user = std::to_string(::geteuid());
-    std::vector<std::string> names = {".Trash-" + user};
+    std::vector<std::string> names;
     if (sharedIsSafe) {
-        names.insert(names.begin(), ".Trash/" + user);
+        names.push_back(".Trash/" + user);
     }
+    names.push_back(".Trash-" + user);
     folder.way.start = std::move(top.descriptor);
+    folder.way.startPath = mount->mountPoint;
     folder.way.mayBeLinked = false;
     std::optional<TrashError> error;
     for (const std::string& name : names) {
@@ -105,7 +109,9 @@ std::optional<TrashError> LinuxTrashFinder::useInTopDirectory(LinuxTrashFolder& 
             return trashProblem(TrashProblem::holdsTrash);
         }
         folder.way.path = name;
-        error = use(makeMissing(goWay(folder.way)), WhoMayWrite::onlyOwner, folder);
+        LinuxWalk walk = goWay(folder.way);
+        folder.path = walk.path;
+        error = use(makeMissing(std::move(walk)), WhoMayWrite::onlyOwner, folder);
         if (!error) {
             break;
         }
@@ -122,11 +128,6 @@ std::optional<TrashError> LinuxTrashFinder::use(LinuxFolder trash, WhoMayWrite w
     if (!trash.isOwn() || tooOpen) {
         return trashProblem(TrashProblem::unsafeTrash);
     }
-    const auto path = currentPath(trash.descriptor.get());
-    if (!path) {
-        return trashSystemError(ENAMETOOLONG);
-    }
-    folder.path = *path;
     folder.identity = trash.status.identity;
     folder.files = openInside(trash, "files");
     if (folder.files.error) {

@@ -13,7 +13,7 @@ namespace kestrune {
 /// The Trash an item goes to, held by descriptors, and how it was found.
 struct LinuxTrashFolder {
     LinuxTrashWay way;
-    std::string path;  ///< real path of the Trash folder
+    std::string path;  ///< path of the Trash folder, without links
     FileIdentity identity;
     LinuxFolder files;
     LinuxFolder info;

@@ -27,8 +27,8 @@ bool onlyOwnerWrites(const LinuxFolder& folder) {
     return folder.isOwn() && !folder.status.groupOrOthersMayWrite();
 }
 
-/// What the link called name leads to; no second link is followed.
-LinuxFolder followOwnLink(const LinuxFolder& above, const std::string& name) {
+/// What the link called name leads to, and the text of the link; no second link is followed.
+LinuxFolder followOwnLink(const LinuxFolder& above, const std::string& name, std::string& text) {
     LinuxFolder refused;
     refused.error = trashProblem(TrashProblem::unsafeTrash);
     const LinuxFolder link =
@@ -41,8 +41,8 @@ LinuxFolder followOwnLink(const LinuxFolder& above, const std::string& name) {
     if (length <= 0) {
         return refused;
     }
-    LinuxFolder folder =
-        folderFrom(openWithoutLinks(above.descriptor.get(), target.data(), pinFolder, LinuxReach::anywhere));
+    text.assign(target.data(), static_cast<std::size_t>(length));
+    LinuxFolder folder = folderFrom(openWithoutLinks(above.descriptor.get(), text, pinFolder, LinuxReach::anywhere));
     if (!folder.error && !onlyOwnerWrites(folder)) {
         return refused;
     }
@@ -74,6 +74,7 @@ LinuxFolder folderFrom(LinuxOpened opened) {
 LinuxWalk goWay(const LinuxTrashWay& way) {
     const std::vector<std::string> names = split(way.path, '/');
     LinuxWalk walk;
+    walk.path = standardizedPath(way.startPath + "/" + way.path);
     walk.deepest = folderFrom(openWithoutLinks(way.start.get(), ".", pinFolder, LinuxReach::below));
     for (std::size_t i = 0; i < names.size() && !walk.deepest.error; ++i) {
         LinuxOpened next = openWithoutLinks(walk.deepest.descriptor.get(), names[i], pinFolder, LinuxReach::below);
@@ -81,8 +82,13 @@ LinuxWalk goWay(const LinuxTrashWay& way) {
             walk.missing.assign(names.begin() + static_cast<std::ptrdiff_t>(i), names.end());
             return walk;
         }
-        const bool ownLink = next.error == ELOOP && way.mayBeLinked && i + 1 == names.size();
-        walk.deepest = ownLink ? followOwnLink(walk.deepest, names[i]) : folderFrom(std::move(next));
+        if (next.error == ELOOP && way.mayBeLinked && i + 1 == names.size()) {
+            std::string target;
+            walk.deepest = followOwnLink(walk.deepest, names[i], target);
+            walk.path = standardizedPath(target.starts_with('/') ? target : walk.path + "/../" + target);
+        } else {
+            walk.deepest = folderFrom(std::move(next));
+        }
     }
     return walk;
 }

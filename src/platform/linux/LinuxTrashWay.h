@@ -27,12 +27,14 @@ struct LinuxFolder {
 struct LinuxWalk {
     LinuxFolder deepest;
     std::vector<std::string> missing;
+    std::string path;  ///< where the way ends, once what is missing is made; the link that was followed is resolved
 };
 
 /// The way to a Trash folder: a relative path below start, links allowed nowhere but as its last component, and there
 /// only the user's own.
 struct LinuxTrashWay {
     LinuxFileDescriptor start;
+    std::string startPath;  ///< absolute, without links
     std::string path;
     bool mayBeLinked = false;
 };
