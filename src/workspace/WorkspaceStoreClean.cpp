@@ -11,18 +11,20 @@ namespace kestrune {
 
 namespace {
 
-/// Applications, in lower case, that hold the files of targets with keyword in their title open.
+/// An application, in lower case, that holds the files of targets with keyword in their title open.
 struct Blocker {
     std::string_view keyword;
-    std::array<std::string_view, 2> applications;
+    std::string_view application;
 };
 
-constexpr std::array<Blocker, 5> blockerTable{{
-    {"xcode", {"xcode", "simulator"}},
-    {"ollama", {"ollama", {}}},
-    {"lm studio", {"lm studio", {}}},
-    {"comfyui", {"comfyui", {}}},
-    {"gradle", {"android studio", "intellij idea"}},
+constexpr std::array<Blocker, 7> blockerTable{{
+    {"xcode", "xcode"},
+    {"xcode", "simulator"},
+    {"ollama", "ollama"},
+    {"lm studio", "lm studio"},
+    {"comfyui", "comfyui"},
+    {"gradle", "android studio"},
+    {"gradle", "intellij idea"},
 }};
 
 constexpr const char* finishScanFirst = "Finish a new scan before cleaning.";
@@ -31,9 +33,7 @@ constexpr const char* closeFirst = "Close these apps before cleaning their files
 bool holdsOpen(const std::string& lowerCasedName, const CleanTarget& target) {
     const std::string title = lowerCased(target.title);
     return std::any_of(blockerTable.begin(), blockerTable.end(), [&](const Blocker& blocker) {
-        return title.find(blocker.keyword) != std::string::npos &&
-               std::find(blocker.applications.begin(), blocker.applications.end(), lowerCasedName) !=
-                   blocker.applications.end();
+        return lowerCasedName == blocker.application && title.find(blocker.keyword) != std::string::npos;
     });
 }
 
