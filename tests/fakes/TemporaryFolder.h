@@ -7,7 +7,7 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -16,14 +16,17 @@ namespace kestrune {
 /// A new empty folder that goes away with everything in it, however deep it is.
 class TemporaryFolder final {
 public:
-    TemporaryFolder() {
-        const char* base = std::getenv("TMPDIR");
-        std::string name = std::string(base != nullptr ? base : "/tmp") + "/kestrune-test-XXXXXX";
-        if (::mkdtemp(name.data()) == nullptr) {
-            ADD_FAILURE() << "no temporary folder at " << name;
+    TemporaryFolder() : TemporaryFolder(std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "/tmp") {}
+
+    /// Below base, for a test that asks much of the file system or of one file system.
+    explicit TemporaryFolder(const std::string& base) : m_path(base + "/kestrune-test-XXXXXX") {
+        if (::mkdtemp(m_path.data()) == nullptr) {
+            ADD_FAILURE() << "no temporary folder at " << m_path;
         }
-        m_path = name;
     }
+
+    /// Where large trees are made fast: in memory when the system has such a file system.
+    [[nodiscard]] static std::string fastBase() { return ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp"; }
 
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -49,8 +52,9 @@ public:
     }
 
     [[nodiscard]] static std::string contentOf(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        std::ostringstream content;
+        content << std::ifstream(path, std::ios::binary).rdbuf();
+        return content.str();
     }
 
 private:

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/LinuxFileDescriptor.h"
+
+namespace kestrune {
+
+/// A file by its open folder and its name in it; the file itself may be missing.
+struct LinuxFileLocation {
+    LinuxFileDescriptor folder;
+    std::string name;
+};
+
+/// Makes the folders missing on the way to a file, each with mode 0700 and synced into its parent, and removes those it
+/// made when it goes away without keep(). One thread.
+class LinuxMissingFolders final {
+public:
+    /// path is the file's; see made() for how it went.
+    explicit LinuxMissingFolders(const std::string& path);
+    LinuxMissingFolders(const LinuxMissingFolders&) = delete;
+    LinuxMissingFolders& operator=(const LinuxMissingFolders&) = delete;
+    ~LinuxMissingFolders();
+
+    [[nodiscard]] bool made() const { return m_made; }
+
+    void keep() { m_created.clear(); }
+
+private:
+    [[nodiscard]] bool make(const std::string& folder);
+
+    std::vector<std::string> m_created;
+    bool m_made = false;
+};
+
+/// Opens the folder that holds path; nothing when it cannot be opened or path names no file. Any thread.
+[[nodiscard]] std::optional<LinuxFileLocation> locate(const std::string& path);
+
+/// The regular file that stands, or may be made, at path: the location itself, or where the user's own link leads.
+/// Nothing for any other link and for what is not a regular file. Any thread.
+[[nodiscard]] std::optional<LinuxFileLocation> locateReplaceable(const std::string& path);
+
+/// fsync(2), repeated when interrupted. A file system that cannot sync a folder (EINVAL) counts as synced. Any thread.
+[[nodiscard]] bool synced(int descriptor);
+
+}  // namespace kestrune

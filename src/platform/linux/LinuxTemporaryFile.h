@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/linux/LinuxFileDescriptor.h"
+#include "platform/linux/LinuxFileLocation.h"
+
+namespace kestrune {
+
+/// A new file beside the one it is going to replace. Removed when it goes away without having replaced it. The file is
+/// locked (flock(2)) for as long as its writer lives, so that others can tell it from what a killed one left behind.
+/// One thread; the location outlives it.
+class LinuxTemporaryFile final {
+public:
+    /// Makes the file with mode 0600; see created().
+    explicit LinuxTemporaryFile(const LinuxFileLocation& location);
+    LinuxTemporaryFile(const LinuxTemporaryFile&) = delete;
+    LinuxTemporaryFile& operator=(const LinuxTemporaryFile&) = delete;
+    ~LinuxTemporaryFile();
+
+    [[nodiscard]] bool created() const { return static_cast<bool>(m_file); }
+
+    /// Writes all bytes, puts them on disk and closes the file. False when any of that fails.
+    [[nodiscard]] bool finish(std::string_view bytes);
+
+    /// Renames the finished file over the location's.
+    [[nodiscard]] bool replaceOriginal();
+
+    /// Removes what killed writers of the same file left in its folder.
+    static void removeLeftovers(const LinuxFileLocation& location);
+
+private:
+    [[nodiscard]] bool create();
+
+    const LinuxFileLocation& m_location;
+    std::string m_name;
+    LinuxFileDescriptor m_file;
+    LinuxFileDescriptor m_lock;  ///< the same open file: keeps the lock until the rename is done
+};
+
+}  // namespace kestrune
