@@ -140,12 +140,14 @@ struct Command {
 Command commandOf(const std::string& exec) {
     constexpr std::string_view packagedCommand = "--command=";
     const std::vector<std::string> words = commandWords(exec);
+    for (const std::string& word : words) {
+        if (word.compare(0, packagedCommand.size(), packagedCommand) == 0) {
+            return {lastPathComponent(word.substr(packagedCommand.size())), false};
+        }
+    }
     auto word = words.begin();
     while (word != words.end() && (isLauncher(lastPathComponent(*word)) || isAssignment(*word) ||
-                                   (word != words.begin() && word->front() == '-'))) {
-        if (word->compare(0, packagedCommand.size(), packagedCommand) == 0) {
-            return {lastPathComponent(word->substr(packagedCommand.size())), false};
-        }
+                                   (word != words.begin() && !word->empty() && word->front() == '-'))) {
         ++word;
     }
     if (word == words.end()) {
