@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -32,6 +33,37 @@ void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colo
     painter.setFont(Metrics::font(role));
     painter.setPen(colour);
     painter.drawText(QPointF(x, baseline(role, box.top(), box.height())), fitting);
+}
+
+QStringList wrapped(FontRole role, const QString& text, int width) {
+    QStringList result;
+    const QStringList paragraphs = text.split(QLatin1Char('\n'));
+    for (const QString& one : paragraphs) {
+        QTextLayout layout(one, Metrics::font(role));
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (QTextLine next = layout.createLine(); next.isValid(); next = layout.createLine()) {
+            next.setLineWidth(std::max(1, width));
+            result.append(one.mid(next.textStart(), next.textLength()).trimmed());
+        }
+        layout.endLayout();
+        if (one.isEmpty()) {
+            result.append(QString());
+        }
+    }
+    return result;
+}
+
+void paragraph(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text) {
+    const int line = Metrics::lineHeight(role);
+    int top = box.top();
+    const QStringList all = wrapped(role, text, box.width());
+    for (const QString& one : all) {
+        Paint::text(painter, QRect(box.left(), top, box.width(), line), role, colour, one);
+        top += line;
+    }
 }
 
 void rounded(QPainter& painter, const QRectF& box, double radius, const QColor& fill) {

@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 #include "ui/Metrics.h"
 #include "ui/Theme.h"
@@ -16,6 +17,12 @@ namespace kestrune::Paint {
 /// One line of text, centred vertically in box and elided at its end, or in the middle, when it does not fit.
 void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text,
           Qt::Alignment alignment = Qt::AlignLeft, Qt::TextElideMode elide = Qt::ElideRight);
+
+/// The lines that text takes when it is broken at words to fit width; its own line breaks stay.
+[[nodiscard]] QStringList wrapped(FontRole role, const QString& text, int width);
+
+/// text on lines of the role's height, from the top of box down.
+void paragraph(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text);
 
 void rounded(QPainter& painter, const QRectF& box, double radius, const QColor& fill);
 

@@ -1,9 +1,7 @@
 #include "ui/TextLabel.h"
 
 #include <QEvent>
-#include <QFontMetrics>
 #include <QPainter>
-#include <QTextLayout>
 #include <algorithm>
 
 #include "ui/Paint.h"
@@ -46,25 +44,7 @@ QStringList TextLabel::lines(int width) const {
     if (m_fit != Fit::wrap) {
         return {text()};
     }
-    const int room = m_longestLine > 0 ? std::min(width, m_longestLine) : width;
-    QStringList result;
-    const QStringList paragraphs = text().split(QLatin1Char('\n'));
-    for (const QString& paragraph : paragraphs) {
-        QTextLayout layout(paragraph, Metrics::font(m_role));
-        QTextOption option;
-        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        layout.setTextOption(option);
-        layout.beginLayout();
-        for (QTextLine next = layout.createLine(); next.isValid(); next = layout.createLine()) {
-            next.setLineWidth(room);
-            result.append(paragraph.mid(next.textStart(), next.textLength()).trimmed());
-        }
-        layout.endLayout();
-        if (paragraph.isEmpty()) {
-            result.append(QString());
-        }
-    }
-    return result;
+    return Paint::wrapped(m_role, text(), m_longestLine > 0 ? std::min(width, m_longestLine) : width);
 }
 
 QSize TextLabel::sizeHint() const {

@@ -10,7 +10,10 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/ActivityPage.h"
+#include "ui/OverviewPage.h"
 #include "ui/Sidebar.h"
+#include "ui/StoragePage.h"
 #include "ui/Theme.h"
 #include "ui/UnbuiltPage.h"
 #include "workspace/WorkspaceStore.h"
@@ -94,7 +97,16 @@ void WorkspaceWindow::present() {
 }
 
 QWidget* WorkspaceWindow::makePage(WorkspacePage page) {
-    return new UnbuiltPage(m_store, page, this);
+    switch (page) {
+        case WorkspacePage::overview:
+            return new OverviewPage(m_store, this);
+        case WorkspacePage::storage:
+            return new StoragePage(m_store, this);
+        case WorkspacePage::activity:
+            return new ActivityPage(m_store, this);
+        default:
+            return new UnbuiltPage(m_store, page, this);
+    }
 }
 
 void WorkspaceWindow::showPage() {

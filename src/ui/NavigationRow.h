@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/ListRow.h"
+
+namespace kestrune {
+
+/// A row that as a whole leads to a page.
+class NavigationRow final : public ListRow {
+    Q_OBJECT
+
+public:
+    NavigationRow(const QString& symbol, const QString& title, const QString& detail, QWidget* parent = nullptr);
+
+    [[nodiscard]] int heightFor(int width) const override;
+    [[nodiscard]] QList<QWidget*> focusStops() const override;
+
+    [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::Button; }
+
+    [[nodiscard]] bool isActivatable() const override { return true; }
+
+    void activate() override;
+
+Q_SIGNALS:
+    void activated();
+
+protected:
+    void paintRow(QPainter& painter) override;
+    void clicked() override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    QString m_symbol;
+    QString m_title;
+    QString m_detail;
+    bool m_ring = false;
+};
+
+}  // namespace kestrune

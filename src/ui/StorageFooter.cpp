@@ -1,0 +1,89 @@
+#include "ui/StorageFooter.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <algorithm>
+
+#include "ui/Button.h"
+#include "ui/Icons.h"
+#include "ui/Paint.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr int barHeight = 64;
+constexpr int symbolSize = 14;
+
+QString safetyLine() {
+    return QStringLiteral("Moves to Trash. No permanent deletion.");
+}
+
+}  // namespace
+
+StorageFooter::StorageFooter(QWidget* parent)
+    : Painted(parent),
+      m_clean(new Button(Button::Kind::primary, QStringLiteral("Review & move to Trash"), this)),
+      m_stop(new Button(Button::Kind::secondary, QStringLiteral("Stop after current item"), this)) {
+    m_stop->hide();
+    auto* layout = new QHBoxLayout(this);
+    layout->setSpacing(0);
+    layout->addStretch(1);
+    layout->addWidget(m_clean);
+    layout->addWidget(m_stop);
+    const int lines = Metrics::lineHeight(FontRole::heading) + 2 + Metrics::lineHeight(FontRole::detail);
+    setFixedHeight(std::max(Metrics::px(barHeight), lines + 24));
+    setSideMargin(32);
+    connect(m_clean, &Button::clicked, this, &StorageFooter::cleanWanted);
+    connect(m_stop, &Button::clicked, this, &StorageFooter::stopWanted);
+}
+
+void StorageFooter::setSideMargin(int margin) {
+    layout()->setContentsMargins(margin, 1, margin, 0);
+    update();
+}
+
+QList<QWidget*> StorageFooter::focusStops() const {
+    return {m_clean, m_stop};
+}
+
+void StorageFooter::setSelection(std::size_t count, const QString& size) {
+    const QString text = QStringLiteral("%1 selected · %2").arg(count).arg(size);
+    if (text != m_count) {
+        m_count = text;
+        setSpoken(QStringLiteral("%1, %2").arg(m_count, safetyLine()));
+        update();
+    }
+}
+
+void StorageFooter::setAction(bool cleaning, bool enabled) {
+    const bool hadFocus = m_clean->hasFocus() || m_stop->hasFocus();
+    m_clean->setEnabled(enabled);
+    m_clean->setVisible(!cleaning);
+    m_stop->setVisible(cleaning);
+    if (hadFocus && !m_clean->hasFocus() && !m_stop->hasFocus()) {
+        (cleaning ? m_stop : m_clean)->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void StorageFooter::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Theme::colour(Colour::card));
+    Paint::hairline(painter, 0, 0, width());
+    const int left = layout()->contentsMargins().left();
+    const int right = (m_clean->isVisible() ? m_clean : m_stop)->x() - 16;
+    const int heading = Metrics::lineHeight(FontRole::heading);
+    const int detail = Metrics::lineHeight(FontRole::detail);
+    const int top = 1 + (height() - 1 - heading - 2 - detail) / 2;
+    painter.setPen(Theme::colour(Colour::text1));
+    Metrics::drawTabular(painter, left, Paint::baseline(FontRole::heading, top, heading), FontRole::heading, m_count);
+    const int symbol = Metrics::px(symbolSize);
+    const int lower = top + heading + 2;
+    Icons::draw(painter, QPointF(left, lower + (detail - symbol) / 2.0), QStringLiteral("trash"),
+                Theme::colour(Colour::text3), symbol);
+    const int text = left + symbol + 5;
+    Paint::text(painter, QRect(text, lower, right - text, detail), FontRole::detail, Theme::colour(Colour::text2),
+                safetyLine());
+}
+
+}  // namespace kestrune
