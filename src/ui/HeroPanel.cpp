@@ -39,11 +39,11 @@ HeroPanel::HeroPanel(QWidget* parent)
 }
 
 void HeroPanel::setFigure(const QString& value, const QString& unit) {
-    show(value, unit, {});
+    setContent(value, unit, {});
 }
 
 void HeroPanel::setSentence(const QString& sentence) {
-    show({}, {}, sentence);
+    setContent({}, {}, sentence);
 }
 
 void HeroPanel::setContent(const QString& value, const QString& unit, const QString& sentence) {
