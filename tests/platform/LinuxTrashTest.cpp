@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <ctime>
 #include <thread>
 #include <vector>
@@ -103,6 +104,35 @@ TEST_F(LinuxTrashTest, aYoungRecordWithoutAnItemMayBelongToAnotherProgramAndStay
     ASSERT_TRUE(result.ok()) << result.error().message;
     EXPECT_EQ(result.value().location, trashFolder + "/files/a.2");
     EXPECT_EQ(contentOf(trashFolder + "/info/a.trashinfo"), text);
+}
+
+TEST_F(LinuxTrashTest, theRecordThatAKilledMoveLeftIsReplaced) {
+    fs::create_directories(trashFolder + "/info");
+    const std::string record = trashFolder + "/info/a.trashinfo";
+    writeFile(record, "[Trash Info]\nPath=" + percentEncoded(home + "/a") + "\nDeletionDate=2001-01-01T00:00:00\n");
+    fs::last_write_time(record, fs::last_write_time(record) - std::chrono::minutes(2));
+    makeFolder("a");
+    const auto result = move("a");
+    ASSERT_TRUE(result.ok()) << result.error().message;
+    EXPECT_EQ(result.value().location, trashFolder + "/files/a");
+    EXPECT_EQ(contentOf(record).find("2001"), std::string::npos);
+    EXPECT_EQ(recordCount(), 1U);
+}
+
+TEST_F(LinuxTrashTest, anOldRecordOfAnotherItemOrACutOneStays) {
+    fs::create_directories(trashFolder + "/info");
+    const std::string record = trashFolder + "/info/a.trashinfo";
+    const std::string own = "[Trash Info]\nPath=" + percentEncoded(home + "/a");
+    unsigned taken = 1;
+    for (const std::string& text : {own + "b\nDeletionDate=2001-01-01T00:00:00\n", own, std::string()}) {
+        writeFile(record, text);
+        fs::last_write_time(record, fs::last_write_time(record) - std::chrono::minutes(2));
+        makeFolder("a");
+        const auto result = move("a");
+        ASSERT_TRUE(result.ok()) << result.error().message;
+        EXPECT_EQ(result.value().location, trashFolder + "/files/a." + std::to_string(++taken));
+        EXPECT_EQ(contentOf(record), text);
+    }
 }
 
 TEST_F(LinuxTrashTest, manyMovesAtTheSameTimeKeepEveryItemAndEveryRecord) {

@@ -30,7 +30,7 @@ Result<LinuxFileStatus, int> status(int folder, const char* name, int flags) {
     result.owner = found.stx_uid;
     result.mountId = found.stx_mnt_id;
     result.isMountPoint = (found.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
-    result.changed = found.stx_ctime.tv_sec;
+    result.modified = found.stx_mtime.tv_sec;
     return result;
 }
 

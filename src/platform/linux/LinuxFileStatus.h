@@ -15,7 +15,7 @@ struct LinuxFileStatus {
     std::uint32_t owner = 0;
     std::uint64_t mountId = 0;  ///< the number /proc/self/mountinfo knows the mount by
     bool isMountPoint = false;
-    std::time_t changed = 0;  ///< last change of the item or of its metadata, seconds of wall-clock time
+    std::time_t modified = 0;  ///< last change of the content, seconds of wall-clock time
 
     [[nodiscard]] bool isFolder() const;
     [[nodiscard]] bool isRegularFile() const;

@@ -130,7 +130,7 @@ bool removeStaleRecord(int info, const std::string& name, std::string_view origi
         return false;
     }
     const auto status = statusOf(file.get());
-    const bool old = status.ok() && std::time(nullptr) - status.value().changed > longestMoveSeconds;
+    const bool old = status.ok() && std::time(nullptr) - status.value().modified > longestMoveSeconds;
     if (!old || !status.value().isRegularFile() || status.value().owner != ::geteuid()) {
         return false;
     }
