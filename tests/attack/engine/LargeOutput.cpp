@@ -14,8 +14,8 @@
 #include "tests/fakes/FakeVolumeInfo.h"
 #include "tests/fakes/ManualQueues.h"
 
-// Runs a tool that writes a little more than 1 GiB, the worst size for a buffer that doubles, and holds the peak of
-// this process's memory to 2.5 times the output.
+// Runs a tool that writes a little more than 1 GiB and holds the peak of this process's memory to 2.5 times the output:
+// the text may be copied while its buffer grows, but nowhere on its way to the caller.
 int main() {
     using namespace kestrune;
     constexpr std::int64_t size = (std::int64_t{1} << 30) + 4096;
