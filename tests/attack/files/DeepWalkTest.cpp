@@ -19,7 +19,7 @@ TreeSize measured(const std::string& folder, const DirectoryWalker::Cancelled& c
 }
 
 TEST(DeepWalk, fiftyThousandFoldersInsideEachOtherAreMeasured) {
-    const TemporaryFolder root;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
     makeChain(root.path(), deepest, [](int, int) {});
     DescriptorWatch watch;
     EXPECT_EQ((TreeSize{true, 0, deepest, 0, false}), measured(root.path(), watch.every(100)));
