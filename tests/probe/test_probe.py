@@ -189,7 +189,7 @@ class Parse(Probe):
                   b"/dev/sda1    488281250 390625000  97656250      81% /\n")
         self.assertEqual(
             json.loads(self.line("parse", "df", stdin=output)),
-            {"usedGB": 400, "totalGB": 500, "pct": 80, "freeGB": 100})
+            {"usedGB": 390, "totalGB": 488, "pct": 80, "freeGB": 97})
         self.assertEqual(
             json.loads(self.line("parse", "df", stdin=b"nonsense")),
             {"usedGB": 0, "totalGB": 0, "pct": 0, "freeGB": 0})
