@@ -74,9 +74,11 @@ Sidebar::Sidebar(QWidget* parent) : QListWidget(parent) {
         item->setData(symbolRole, shown(symbol(page)));
         item->setData(spaceAboveRole, startsGroup(page) ? 14 : 0);
     }
-    connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row >= 0) {
-            Q_EMIT chosen(allWorkspacePages.at(static_cast<std::size_t>(row)));
+    // Assistive technology selects an entry without making it the current one.
+    connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+        const QModelIndexList entries = selectedIndexes();
+        if (!entries.isEmpty()) {
+            Q_EMIT chosen(allWorkspacePages.at(static_cast<std::size_t>(entries.first().row())));
         }
     });
 }
