@@ -116,7 +116,7 @@ void ApplicationNames::add(const DesktopEntry& entry) {
 std::string ApplicationNames::nameOf(const ProcessFacts& process) const {
     const std::string firstArgument = process.arguments.empty() ? std::string{} : process.arguments.front();
     const std::string executable = process.executable.empty() ? firstArgument : withoutDeletedMark(process.executable);
-    const std::string program = lastPathComponent(executable);
+    std::string program = lastPathComponent(executable);
     if (std::string name = nameByFolder(executable); !name.empty()) {
         return name;
     }

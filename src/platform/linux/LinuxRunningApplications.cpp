@@ -98,7 +98,7 @@ std::vector<RunningApplication> LinuxRunningApplications::runningApplications() 
     const std::string ownNumber = std::to_string(::getpid());
     std::set<std::string> names;
     for (const std::string& number : namesIn(m_procRoot)) {
-        const std::string folder = m_procRoot + "/" + number;
+        const std::string folder = std::string(m_procRoot).append("/").append(number);
         const bool isOtherProcess = number.find_first_not_of("0123456789") == std::string::npos && number != ownNumber;
         if (isOtherProcess && isOwnedByUser(folder)) {
             names.insert(m_names.nameOf(factsOf(folder)));
@@ -130,7 +130,7 @@ void LinuxRunningApplications::readEntriesWhenChanged() {
             if (!hasSuffix(name, ".desktop")) {
                 continue;
             }
-            LinuxStatusFile file(folder + "/" + name);
+            LinuxStatusFile file(std::string(folder).append("/").append(name));
             const std::optional<std::string_view> text = file.read(longestEntry);
             const std::optional<DesktopEntry> entry = text ? parseDesktopEntry(*text) : std::nullopt;
             if (entry) {
