@@ -60,7 +60,7 @@ struct MenuItem {
 struct StatusMenuState {
     int memoryPercent = 0;
     std::int64_t freeDiskGB = 0;
-    std::optional<std::string> message;
+    std::optional<std::string> message = std::nullopt;
     bool isScanning = false;
     bool isCleaning = false;
     bool reminders = false;

@@ -6,7 +6,6 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
-#include <chrono>
 #include <utility>
 
 namespace kestrune {
@@ -16,34 +15,30 @@ namespace {
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
-// At login the panel may be as late as we are; later it may restart.
-constexpr std::chrono::seconds graceAtStart{1};
-constexpr std::chrono::seconds graceWhenLost{3};
-
 QDBusMessage call(const QString& interface, const QString& member) {
     return QDBusMessage::createMethodCall(watcherService, watcherPath, interface, member);
 }
 
 }  // namespace
 
-TrayRegistration::TrayRegistration(QDBusConnection connection, std::function<void()> unavailable)
-    : m_connection(std::move(connection)) {
-    m_grace.setSingleShot(true);
-    connect(&m_grace, &QTimer::timeout, this, std::move(unavailable));
+TrayRegistration::TrayRegistration(QDBusConnection connection, std::function<void()> unavailable, Grace grace)
+    : m_connection(std::move(connection)), m_grace(grace) {
+    m_graceTimer.setSingleShot(true);
+    connect(&m_graceTimer, &QTimer::timeout, this, std::move(unavailable));
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayRegistration::watcherAppeared);
     connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, &TrayRegistration::watcherVanished);
 }
 
 void TrayRegistration::start() {
-    m_grace.start(graceAtStart);
+    m_graceTimer.start(m_grace.atStart);
     if (!m_connection.isConnected()) {
         return;
     }
     m_watcher.setConnection(m_connection);
     m_watcher.addWatchedService(watcherService);
+    // Signals are taken from any sender: naming one would make Qt ask the bus for its owner and wait for the answer.
     for (const char* signal : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"}) {
-        m_connection.connect(watcherService, watcherPath, watcherService, QLatin1String(signal), this,
-                             SLOT(hostChanged()));
+        m_connection.connect(QString(), watcherPath, watcherService, QLatin1String(signal), this, SLOT(hostChanged()));
     }
     m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                          QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
@@ -94,11 +89,11 @@ void TrayRegistration::askForHost() {
 
 void TrayRegistration::update() {
     if (isHosted()) {
-        m_grace.stop();
+        m_graceTimer.stop();
         m_wasHosted = true;
     } else if (m_wasHosted) {
         m_wasHosted = false;
-        m_grace.start(graceWhenLost);
+        m_graceTimer.start(m_grace.whenLost);
     }
 }
 

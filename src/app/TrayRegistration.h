@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <functional>
 
 namespace kestrune {
@@ -15,8 +16,15 @@ class TrayRegistration final : public QObject {
     Q_OBJECT
 
 public:
-    /// unavailable is called when no panel has shown the item for a while, each time that happens.
-    TrayRegistration(QDBusConnection connection, std::function<void()> unavailable);
+    /// How long the program waits for a panel before it does without: at login the panel may be as late as the program
+    /// is, later it may restart.
+    struct Grace {
+        std::chrono::milliseconds atStart{1000};
+        std::chrono::milliseconds whenLost{3000};
+    };
+
+    /// unavailable is called when no panel has shown the item for that long, each time that happens.
+    TrayRegistration(QDBusConnection connection, std::function<void()> unavailable, Grace grace = defaultGrace());
 
     /// Registers, now or when a watcher appears.
     void start();
@@ -29,6 +37,8 @@ private Q_SLOTS:
     void busLost();
 
 private:
+    [[nodiscard]] static Grace defaultGrace() { return {}; }
+
     void watcherAppeared();
     void watcherVanished();
     void askForHost();
@@ -36,7 +46,8 @@ private:
 
     QDBusConnection m_connection;
     QDBusServiceWatcher m_watcher;
-    QTimer m_grace;
+    const Grace m_grace;
+    QTimer m_graceTimer;
     bool m_registered = false;
     bool m_hostPresent = false;
     bool m_wasHosted = false;

@@ -1,3 +1,65 @@
-int main() {
-    return 0;
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QApplication>
+
+#include <algorithm>
+#include <csignal>
+#include <string>
+#include <string_view>
+
+#include "app/Application.h"
+#include "app/StatusMenuModel.h"
+
+namespace {
+
+/// A standard descriptor that is closed would be given to the next file that is opened, and what is meant for the
+/// user would end up there.
+void openStandardDescriptors() {
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) == -1) {
+            // The lowest free number is this one.
+            static_cast<void>(open("/dev/null", O_RDWR));
+        }
+    }
+}
+
+bool hasArgument(int argc, char** argv, std::string_view wanted) {
+    return std::any_of(argv + 1, argv + std::max(argc, 1),
+                       [wanted](const char* argument) { return argument == wanted; });
+}
+
+/// Whoever reads less than everything, or has no room for it, is told nothing.
+void printMenu() {
+    const std::string lines = kestrune::dumpMenu(kestrune::StatusMenuModel().items());
+    std::string_view text = lines;
+    while (!text.empty()) {
+        const ssize_t written = write(STDOUT_FILENO, text.data(), text.size());
+        if (written <= 0) {
+            break;
+        }
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    openStandardDescriptors();
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    if (hasArgument(argc, argv, "--dump-menu")) {
+        printMenu();
+        return 0;
+    }
+
+    QApplication::setApplicationName(QStringLiteral("kestrune"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Kestrune"));
+    QApplication::setApplicationVersion(QStringLiteral(KESTRUNE_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("com.torvandelsyn.kestrune"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QApplication toolkit(argc, argv);
+
+    kestrune::Application application;
+    application.start();
+    return QApplication::exec();
 }

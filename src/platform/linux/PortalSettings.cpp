@@ -30,9 +30,9 @@ PortalSettings::PortalSettings(Handler handler) : m_handler(std::move(handler)) 
 }
 
 void PortalSettings::listen() {
-    QDBusConnection::sessionBus().connect(portalService, portalPath, settingsInterface,
-                                          QStringLiteral("SettingChanged"), this,
-                                          SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // From any sender: naming one would make Qt ask the bus for its owner and wait for the answer.
+    QDBusConnection::sessionBus().connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"),
+                                          this, SLOT(settingChanged(QString, QString, QDBusVariant)));
 }
 
 void PortalSettings::read(const QString& group, const QString& key) {

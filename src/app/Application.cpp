@@ -1,0 +1,128 @@
+#include "app/Application.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QSessionManager>
+
+#include <string>
+
+#include "app/MainMenu.h"
+#include "base/SerialQueue.h"
+#include "ui/Motion.h"
+#include "ui/Theme.h"
+
+namespace kestrune {
+
+namespace {
+
+// The window's frame: x, y, width, height.
+const std::string frameKey = "KestruneWorkspace";
+
+}  // namespace
+
+Application::Application()
+    : m_services(makePlatformServices()),
+      m_engine({*m_services.hostStatistics, *m_services.powerSources, *m_services.volumeInfo, *m_services.processRunner,
+                *m_services.systemTools, *m_services.preferences, *m_services.notificationCenter, m_clock}),
+      m_cleaners(m_services.homeDirectory, {*m_services.fileQueries, *m_services.directoryWalker, *m_services.trash,
+                                            *m_services.processRunner, *m_services.systemTools}),
+      m_alerts([this] {
+          prepareInterface();
+          return visibleWindow();
+      }),
+      m_store({m_engine, m_cleaners, *m_services.preferences, *m_services.fileStore, *m_services.fileQueries,
+               *m_services.fileViewer, *m_services.runningApplications, *m_services.memoryPressure, m_alerts,
+               m_mainQueue, m_clock,
+               [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }}),
+      m_tray(QDBusConnection::sessionBus(), {[this](MenuAction action) { m_delegate.perform(action); },
+                                             [this] { m_delegate.menuWillOpen(); }, [this] { showWindow(); }}),
+      m_delegate({m_store, m_engine, m_alerts, m_mainQueue, m_tray, [this] { showWindow(); },
+                  [] { QCoreApplication::exit(); }}),
+      m_instance(QDBusConnection::sessionBus(), [this] { m_delegate.applicationShouldHandleReopen(); }),
+      m_signals([this] { m_delegate.terminateAfterCurrentItem(); }) {
+    QCoreApplication::instance()->installEventFilter(this);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
+}
+
+Application::~Application() = default;
+
+void Application::start() {
+    m_instance.acquire([this](bool isFirst) {
+        if (isFirst) {
+            launch();
+        } else {
+            QCoreApplication::exit();
+        }
+    });
+}
+
+void Application::launch() {
+    m_delegate.applicationDidFinishLaunching();
+    m_tray.start();
+}
+
+/// What every window needs. It waits for the first one, because most of the time there is only the tray item.
+void Application::prepareInterface() {
+    if (m_interfacePrepared) {
+        return;
+    }
+    m_interfacePrepared = true;
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/kestrune.svg")));
+    Theme::start();
+    m_services.appearance->start([](AppearanceSettings settings) {
+        Theme::setDark(settings.dark);
+        Motion::setReduced(settings.reduceMotion);
+    });
+}
+
+WorkspaceWindow& Application::window() {
+    if (!m_window) {
+        prepareInterface();
+        m_window = std::make_unique<WorkspaceWindow>(
+            m_store, WindowMemory{[this] { return m_services.preferences->numbers(frameKey); },
+                                  [this](const std::vector<double>& frame) {
+                                      m_services.preferences->setNumbers(frameKey, frame);
+                                  }});
+        MainMenu::install(*m_window, [this](MenuAction action) { m_delegate.perform(action); });
+        // Queued: the delegate may show the window again, which has to be hidden by then.
+        connect(
+            m_window.get(), &WorkspaceWindow::closed, this, [this] { m_delegate.windowWillClose(); },
+            Qt::QueuedConnection);
+    }
+    return *m_window;
+}
+
+void Application::showWindow() {
+    window().present();
+}
+
+QWidget* Application::visibleWindow() const {
+    return m_window && m_window->isVisible() ? m_window.get() : nullptr;
+}
+
+bool Application::eventFilter(QObject* watched, QEvent* event) {
+    // The toolkit asks to quit (a global menu, the platform): that is the quit guard's to decide.
+    if (watched == QCoreApplication::instance() && event->type() == QEvent::Quit) {
+        event->ignore();
+        m_delegate.terminate();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void Application::sessionEnds(QSessionManager& manager) {
+    if (!manager.allowsInteraction()) {
+        m_delegate.terminateAfterCurrentItem();
+        return;
+    }
+    const bool mayEnd = m_delegate.applicationShouldTerminate();
+    manager.release();
+    if (!mayEnd) {
+        manager.cancel();
+    }
+}
+
+}  // namespace kestrune

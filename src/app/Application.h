@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+#include "app/AppDelegate.h"
+#include "app/QtMainQueue.h"
+#include "app/SingleInstance.h"
+#include "app/TerminationSignals.h"
+#include "app/TrayItem.h"
+#include "base/Clock.h"
+#include "engine/SystemEngine.h"
+#include "platform/PlatformServices.h"
+#include "storage/DevCleaners.h"
+#include "ui/QtAlertPresenter.h"
+#include "ui/WorkspaceWindow.h"
+#include "workspace/WorkspaceStore.h"
+
+class QSessionManager;
+
+namespace kestrune {
+
+/// The running program: everything there is one of, built and taken down in order. Build it after QApplication; all
+/// of it belongs to the main thread.
+class Application final : public QObject {
+    Q_OBJECT
+
+public:
+    Application();
+    ~Application() override;
+
+    /// Launches, or ends the event loop at once when the program runs already.
+    void start();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void launch();
+    void prepareInterface();
+    void showWindow();
+    [[nodiscard]] WorkspaceWindow& window();
+    [[nodiscard]] QWidget* visibleWindow() const;
+    void sessionEnds(QSessionManager& manager);
+
+    // In the order of their construction: each uses only what stands above it.
+    QtMainQueue m_mainQueue;
+    SystemClock m_clock;
+    PlatformServices m_services;
+    SystemEngine m_engine;
+    DevCleaners m_cleaners;
+    QtAlertPresenter m_alerts;
+    WorkspaceStore m_store;
+    TrayItem m_tray;
+    AppDelegate m_delegate;
+    SingleInstance m_instance;
+    TerminationSignals m_signals;
+    bool m_interfacePrepared = false;
+    std::unique_ptr<WorkspaceWindow> m_window;  ///< made when it is first shown, then kept
+};
+
+}  // namespace kestrune

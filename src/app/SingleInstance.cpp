@@ -1,0 +1,94 @@
+#include "app/SingleInstance.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QTimer>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace kestrune {
+
+namespace {
+
+const QString instanceName = QStringLiteral("com.torvandelsyn.kestrune");
+const QString instancePath = QStringLiteral("/com/torvandelsyn/kestrune");
+const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
+
+constexpr int answerTimeoutMilliseconds = 1000;
+
+// org.freedesktop.DBus.RequestName
+constexpr uint doNotQueue = 4;
+constexpr uint nameExists = 3;
+
+}  // namespace
+
+SingleInstance::SingleInstance(QDBusConnection connection, std::function<void()> reopen)
+    : m_connection(std::move(connection)), m_reopen(std::move(reopen)) {
+    m_connection.registerVirtualObject(instancePath, this);
+}
+
+SingleInstance::~SingleInstance() {
+    m_connection.unregisterObject(instancePath);
+}
+
+void SingleInstance::acquire(std::function<void(bool isFirst)> answer) {
+    // Without a bus a call is never answered, not even with an error.
+    if (!m_connection.isConnected()) {
+        answer(true);
+        return;
+    }
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+    message << instanceName << doNotQueue;
+    auto* watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(message, answerTimeoutMilliseconds), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer = std::move(answer)] {
+        watcher->deleteLater();
+        const QDBusPendingReply<uint> reply = *watcher;
+        if (reply.isValid() && reply.value() == nameExists) {
+            activateOther(answer);
+        } else {
+            answer(true);
+        }
+    });
+}
+
+void SingleInstance::activateOther(const std::function<void(bool isFirst)>& answer) {
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(instanceName, instancePath, applicationInterface, QStringLiteral("Activate"));
+    message << QVariantMap();
+    message.setAutoStartService(false);
+    auto* watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(message, answerTimeoutMilliseconds), this);
+    // An instance that is too busy to answer still holds the name: a second one would work on the same files. One that
+    // has just ended leaves its place to us.
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer] {
+        watcher->deleteLater();
+        if (watcher->isError() && watcher->error().type() == QDBusError::ServiceUnknown) {
+            acquire(answer);
+        } else {
+            answer(false);
+        }
+    });
+}
+
+QString SingleInstance::introspect(const QString& objectPath) const {
+    Q_UNUSED(objectPath);
+    return QStringLiteral(R"xml(<interface name="org.freedesktop.Application">
+<method name="Activate"><arg name="platform-data" type="a{sv}" direction="in"/></method>
+</interface>
+)xml");
+}
+
+bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+    if (message.interface() != applicationInterface || message.member() != QLatin1String("Activate")) {
+        return false;
+    }
+    QTimer::singleShot(0, this, m_reopen);
+    return connection.send(message.createReply());
+}
+
+}  // namespace kestrune

@@ -1,0 +1,79 @@
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+#include "platform/PlatformServices.h"
+#include "platform/linux/LinuxAccount.h"
+#include "platform/linux/LinuxAppearance.h"
+#include "platform/linux/LinuxDirectoryWalker.h"
+#include "platform/linux/LinuxFileQueries.h"
+#include "platform/linux/LinuxFileStore.h"
+#include "platform/linux/LinuxFileViewer.h"
+#include "platform/linux/LinuxHostStatistics.h"
+#include "platform/linux/LinuxMemoryPressure.h"
+#include "platform/linux/LinuxNotificationCenter.h"
+#include "platform/linux/LinuxPowerSources.h"
+#include "platform/linux/LinuxPreferences.h"
+#include "platform/linux/LinuxProcessRunner.h"
+#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/LinuxSystemTools.h"
+#include "platform/linux/LinuxTrash.h"
+#include "platform/linux/LinuxVolumeInfo.h"
+
+namespace kestrune {
+
+namespace {
+
+/// The settings of a test run, kept apart from the user's own. Such a run has no identity and shows no notification.
+std::optional<std::string> testSuite() {
+    const char* name = std::getenv("KESTRUNE_TEST_SUITE");
+    if (name == nullptr) {
+        return std::nullopt;
+    }
+    if (!LinuxPreferences::isPlainName(name)) {
+        std::fprintf(stderr,
+                     "kestrune: KESTRUNE_TEST_SUITE is not the plain name of a preference suite. Use letters, digits, "
+                     "\".\", \"-\" and \"_\", or unset it.\n");
+        std::exit(EXIT_FAILURE);
+    }
+    return name;
+}
+
+std::string configHome(const std::string& home) {
+    const std::string path = LinuxAccount::absoluteVariable("XDG_CONFIG_HOME");
+    return path.empty() ? home + "/.config" : path;
+}
+
+std::optional<std::string> dataHome() {
+    const std::string path = LinuxAccount::absoluteVariable("XDG_DATA_HOME");
+    return path.empty() ? std::nullopt : std::optional(path);
+}
+
+}  // namespace
+
+PlatformServices makePlatformServices() {
+    const std::optional<std::string> suite = testSuite();
+    PlatformServices services;
+    services.homeDirectory = LinuxAccount::homeDirectory();
+    services.hostStatistics = std::make_unique<LinuxHostStatistics>();
+    services.powerSources = std::make_unique<LinuxPowerSources>();
+    services.volumeInfo = std::make_unique<LinuxVolumeInfo>();
+    services.fileQueries = std::make_unique<LinuxFileQueries>();
+    services.directoryWalker = std::make_unique<LinuxDirectoryWalker>();
+    services.trash = std::make_unique<LinuxTrash>(dataHome());
+    services.fileStore = std::make_unique<LinuxFileStore>();
+    services.processRunner = std::make_unique<LinuxProcessRunner>();
+    services.systemTools = std::make_unique<LinuxSystemTools>();
+    services.runningApplications = std::make_unique<LinuxRunningApplications>(
+        "/proc", LinuxRunningApplications::standardApplicationFolders(services.homeDirectory));
+    services.memoryPressure = std::make_unique<LinuxMemoryPressure>();
+    services.preferences = std::make_unique<LinuxPreferences>(
+        LinuxPreferences::standardPath(configHome(services.homeDirectory), suite), *services.fileStore);
+    services.notificationCenter = std::make_unique<LinuxNotificationCenter>(!suite.has_value());
+    services.fileViewer = std::make_unique<LinuxFileViewer>();
+    services.appearance = std::make_unique<LinuxAppearance>();
+    return services;
+}
+
+}  // namespace kestrune
