@@ -67,14 +67,19 @@ class Home:
     def activity_file(self):
         return self.folder / 'Library/Application Support/Kestrune/activity.json'
 
+    @property
+    def preferences_file(self):
+        return self.config / 'kestrune/preferences.json'
+
     def activity(self):
         if not self.activity_file.exists():
             return []
         return json.loads(self.activity_file.read_text(encoding='utf-8'))
 
     def preferences(self):
-        files = sorted((self.config / 'kestrune').glob('*.json'))
-        return json.loads(files[0].read_text(encoding='utf-8')) if files else {}
+        if not self.preferences_file.exists():
+            return {}
+        return json.loads(self.preferences_file.read_text(encoding='utf-8'))
 
     def trashed(self):
         """The original paths of what lies in the Trash, as trash-list reads it."""

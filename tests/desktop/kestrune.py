@@ -103,8 +103,7 @@ class Kestrune:
         """Opens Storage and scans until the caches are listed."""
         self.open(STORAGE)
         self.windows.press('Scan now')
-        wait(lambda: self.windows.control('Scan now') and not self.windows.control('Stop scan')
-             and self.windows.can_press('Scan now'), 'the end of the scan')
+        wait(lambda: self.listed() and not self.windows.control('Stop scan'), 'the caches to be listed')
         return self
 
     def listed(self):

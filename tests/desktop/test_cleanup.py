@@ -44,6 +44,7 @@ def test_the_confirmation_names_every_item(app):
     assert sorted(buttons) == ['Cancel', 'Move to Trash']
     app.answer('Cancel')
     app.windows.press('Clear selection')
+    app.windows.wait_for('0 selected')
     app.choose('User Logs')
     dialog = app.review()
     assert app.windows.reads('Move 1 item to Trash?', dialog)
@@ -78,9 +79,9 @@ def test_what_was_confirmed_goes_to_the_trash_and_comes_back(app, home):
 def test_the_activity_log_keeps_what_was_done(app, home):
     app.clean('Gradle Caches', 'NPM Global Cache')
     entries = wait(lambda: len(home.activity()) == 2 and home.activity(), 'two entries in the log')
-    # The order of the items is the order of their paths' lengths, shortest first; the log has the newest first.
-    assert [entry['title'] for entry in entries] == ['Moved NPM Global Cache to Trash', 'Moved Gradle Caches to Trash']
-    for entry, size in zip(entries, ('20.5 MB', '24.6 MB')):
+    # The shortest path is moved first; the log has the newest entry first.
+    assert [entry['title'] for entry in entries] == ['Moved Gradle Caches to Trash', 'Moved NPM Global Cache to Trash']
+    for entry, size in zip(entries, ('24.6 MB', '20.5 MB')):
         assert list(entry) == ['id', 'date', 'title', 'detail', 'trashPath', 'failed']
         assert re.fullmatch(r'[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}', entry['id'])
         assert abs(entry['date'] + SECONDS_1970_TO_2001 - time.time()) < 60

@@ -1,9 +1,10 @@
 """The tray item and its menu, on a desktop with a tray."""
 import os
 import re
+import subprocess
 from pathlib import Path
 
-from desk import wait
+from desk import frame_of, output, wait
 from home import Home, allocate
 from kestrune import CLEAN_SAVED, OPEN, QUICK_CLEAN, QUIT, RECENT, REMINDERS, STORAGE
 
@@ -92,12 +93,27 @@ def test_the_menu_opens_the_window_on_the_right_page(app):
     assert len(app.windows.windows()) == 1
 
 
-def test_a_click_on_the_item_offers_the_menu_with_its_tooltips(app, pictures):
+def open_popups(app):
+    """The X11 windows of the program that are on the screen: its menu and tooltips have no place in any window list."""
+    found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(app.process.pid)], capture_output=True,
+                           text=True, check=False)
+    return set(found.stdout.split())
+
+
+def test_a_click_on_the_item_shows_the_menu_with_its_tooltips(app):
     app.tray.activate()
-    menu = wait(lambda: next((node for node in app.windows.walk() if node.get_role_name() == 'popup menu'), None),
-                'the menu on the screen')
-    items = [node.get_name() for node in app.windows.walk(menu) if 'menu item' in node.get_role_name()]
-    assert QUICK_CLEAN in items and QUIT in items
+    menu = wait(lambda: open_popups(app), 'the menu on the screen')
+    left, top, width, height = frame_of(*menu)
+    separator = 9
+    line = (height - 4 * separator) / 18
+    assert line > 15, 'the menu is too small for its 18 lines that are visible'
+    quick_clean = int(top + 2 * line + separator + line / 2)
+    output('xdotool', 'mousemove', str(left + width // 2), str(quick_clean - 3))
+    output('xdotool', 'mousemove', str(left + width // 2), str(quick_clean))
+    tooltip = wait(lambda: open_popups(app) - menu, 'the tooltip')
+    assert frame_of(*tooltip)[3] < 4 * line
+    output('xdotool', 'key', 'Escape')
+    wait(lambda: not open_popups(app), 'the menu to close')
 
 
 def test_cleaning_saved_folders_without_any_leads_to_storage(app):

@@ -1,7 +1,7 @@
 """What the program still knows after it was ended and started again."""
 import json
 
-from desk import output, wait
+from desk import frame_of, output, wait
 from home import CACHES
 from kestrune import CLEAN_SAVED, RECENT, REMINDERS, STORAGE
 
@@ -47,6 +47,7 @@ def test_saved_folders_are_offered_again(app, start, home):
     app.answer('Cancel')
     app.open(STORAGE)
     app.windows.press('Clear selection')
+    app.windows.wait_for('0 selected')
     app.windows.press('Use Saved Folders')
     app.windows.wait_for('2 selected · 28.7 MB')
     assert home.trashed() == []
@@ -67,34 +68,41 @@ def test_the_activity_is_still_there(app, start):
     app.windows.wait_for('Moved NPM Global Cache to Trash')
 
 
-def frame(window):
-    lines = output('xdotool', 'getwindowgeometry', '--shell', window).splitlines()
-    figures = dict(line.split('=') for line in lines)
-    return tuple(int(figures[name]) for name in ('X', 'Y', 'WIDTH', 'HEIGHT'))
-
-
 def test_the_window_comes_back_where_it_was(app, start):
     app.open()
     window = wait(app.window_id, 'the window on the screen')
     output('xdotool', 'windowsize', '--sync', window, '1000', '690')
     output('xdotool', 'windowmove', '--sync', window, '211', '101')
-    left = wait(lambda: frame(window)[2:] == (1000, 690) and frame(window), 'the new frame')
+    left = wait(lambda: frame_of(window)[2:] == (1000, 690) and frame_of(window), 'the new frame')
     app.close_window()
     app.stop()
 
     app = start().open()
     window = wait(app.window_id, 'the window on the screen')
-    wait(lambda: frame(window) == left, f'the frame {left}')
+    wait(lambda: frame_of(window) == left, f'the frame {left}')
 
 
-def test_an_unreadable_log_is_kept_aside(start, home):
+def test_a_damaged_log_reads_as_empty_and_gives_way_to_the_next_entry(start, home):
     home.activity_file.parent.mkdir(parents=True)
     home.activity_file.write_text('[{"id": 1', encoding='utf-8')
-    app = start()
+    app = start().open(RECENT)
+    app.windows.wait_for('A clean slate')
     app.clean('NPM Global Cache')
-    wait(lambda: len(home.activity()) == 1, 'the new log')
-    kept = [path for path in home.activity_file.parent.iterdir() if path != home.activity_file]
-    assert [path.read_text(encoding='utf-8') for path in kept] == ['[{"id": 1']
+    wait(lambda: home.activity_file.read_text(encoding='utf-8') != '[{"id": 1', 'the log to be written')
+    assert [entry['title'] for entry in home.activity()] == ['Moved NPM Global Cache to Trash']
+
+
+def test_damaged_settings_are_kept_aside(start, home):
+    folder = home.preferences_file.parent
+    folder.mkdir()
+    home.preferences_file.write_text('{"kestrune_exclusions": [', encoding='utf-8')
+    app = start().scan()
+    app.windows.press('Exclude: Gradle Caches')
+    wait(lambda: 'Gradle Caches' not in app.listed(), 'the row to go')
+    wait(lambda: len(list(folder.iterdir())) == 2, 'a second file')
+    kept = next(path for path in folder.iterdir() if path != home.preferences_file)
+    assert kept.read_text(encoding='utf-8') == '{"kestrune_exclusions": ['
+    assert home.preferences()['kestrune_exclusions'] == [str(home.path('Gradle Caches'))]
 
 
 def test_a_hostile_name_among_the_exclusions_harms_nothing(app, start, home):
@@ -102,11 +110,10 @@ def test_a_hostile_name_among_the_exclusions_harms_nothing(app, start, home):
     app.windows.press('Exclude: Gradle Caches')
     wait(lambda: home.preferences().get('kestrune_exclusions'), 'the setting')
     app.stop()
-    file = next((home.config / 'kestrune').glob('*.json'))
-    settings = json.loads(file.read_text(encoding='utf-8'))
+    settings = home.preferences()
     hostile = str(home.folder / 'R&D <b>bold</b> %s\n"quoted"')
     settings['kestrune_exclusions'].append(hostile)
-    file.write_text(json.dumps(settings), encoding='utf-8')
+    home.preferences_file.write_text(json.dumps(settings), encoding='utf-8')
 
     app = start().scan()
     assert app.listed() == [title for title in CACHES if title != 'Gradle Caches']
