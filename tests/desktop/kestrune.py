@@ -76,6 +76,12 @@ class Kestrune:
     def wait_for_window(self):
         return wait(lambda: self.windows.window('Kestrune'), 'the window')
 
+    def popups(self):
+        """The X11 windows of a program without an open window: its menu and tooltips, which no window list has."""
+        found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(self.process.pid)],
+                               capture_output=True, text=True, check=False)
+        return set(found.stdout.split())
+
     def window_id(self):
         """The X11 window of the workspace, or nothing while it is not on the screen."""
         found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(self.process.pid), '--name',

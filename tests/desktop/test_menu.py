@@ -1,7 +1,6 @@
 """The tray item and its menu, on a desktop with a tray."""
 import os
 import re
-import subprocess
 from pathlib import Path
 
 from desk import frame_of, output, wait
@@ -93,16 +92,9 @@ def test_the_menu_opens_the_window_on_the_right_page(app):
     assert len(app.windows.windows()) == 1
 
 
-def open_popups(app):
-    """The X11 windows of the program that are on the screen: its menu and tooltips have no place in any window list."""
-    found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(app.process.pid)], capture_output=True,
-                           text=True, check=False)
-    return set(found.stdout.split())
-
-
 def test_a_click_on_the_item_shows_the_menu_with_its_tooltips(app):
     app.tray.activate()
-    menu = wait(lambda: open_popups(app), 'the menu on the screen')
+    menu = wait(lambda: app.popups(), 'the menu on the screen')
     left, top, width, height = frame_of(*menu)
     separator = 9
     line = (height - 4 * separator) / 18
@@ -110,10 +102,10 @@ def test_a_click_on_the_item_shows_the_menu_with_its_tooltips(app):
     quick_clean = int(top + 2 * line + separator + line / 2)
     output('xdotool', 'mousemove', str(left + width // 2), str(quick_clean - 3))
     output('xdotool', 'mousemove', str(left + width // 2), str(quick_clean))
-    tooltip = wait(lambda: open_popups(app) - menu, 'the tooltip')
+    tooltip = wait(lambda: app.popups() - menu, 'the tooltip')
     assert frame_of(*tooltip)[3] < 4 * line
     output('xdotool', 'key', 'Escape')
-    wait(lambda: not open_popups(app), 'the menu to close')
+    wait(lambda: not app.popups(), 'the menu to close')
 
 
 def test_cleaning_saved_folders_without_any_leads_to_storage(app):

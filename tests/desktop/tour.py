@@ -8,7 +8,7 @@ from pathlib import Path
 program, pictures = sys.argv[1], Path(sys.argv[2])
 os.environ['KESTRUNE'] = program
 
-from desk import ColourScheme, picture, wait  # noqa: E402
+from desk import ColourScheme, output, picture, wait  # noqa: E402
 from home import BUILD_CACHES, Home  # noqa: E402
 from kestrune import PAGES, QUIT, Kestrune  # noqa: E402
 
@@ -25,8 +25,10 @@ def settled_picture(path, window):
 
 def tour(app, look):
     app.tray.activate()
-    wait(lambda: any('menu item' in node.get_role_name() for node in app.windows.walk()), 'the menu')
+    wait(app.popups, 'the menu')
     settled_picture(pictures / f'menu-{look}.png', 'root')
+    output('xdotool', 'key', 'Escape')
+    wait(lambda: not app.popups(), 'the menu to close')
     app.scan()
     app.choose(*BUILD_CACHES)
     window = wait(app.window_id, 'the window on the screen')
