@@ -25,7 +25,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using kestrune::FileIdentity;
-using kestrune::TrashFailure;
 
 constexpr uid_t somebodyElse = 12345;
 
@@ -263,12 +262,12 @@ int main(int count, char** arguments) {
         return 2;
     }
     const std::string folder = fs::absolute(arguments[1]).string() + "/arena";
-    const int runs = std::atoi(arguments[2]);
+    const long runs = std::strtol(arguments[2], nullptr, 10);
     Tally total;
     for (const Scenario& scenario : scenarios) {
         Tally tally;
         Arena arena(folder, scenario);
-        const int each = runs / static_cast<int>(scenarios.size()) + 1;
+        const long each = runs / static_cast<long>(scenarios.size()) + 1;
         while (tally.runs < each) {
             arena.build();
             arena.run(tally);

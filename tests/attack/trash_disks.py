@@ -14,7 +14,7 @@ import subprocess
 import sys
 import time
 
-from trash_arena import Arena, Violation, listed
+from trash_arena import Arena, Violation, listed, whole_record
 
 INSIDE = "--inside-namespace"
 ORDINARY_USER = 12345
@@ -44,6 +44,11 @@ def fill(folder):
             except OSError as error:
                 if error.errno != errno.ENOSPC:
                     raise
+
+
+def begun_renames(trace):
+    with open(trace, encoding="utf-8", errors="replace") as calls:
+        return calls.read().count("renameat2(")
 
 
 class Disks:
@@ -266,27 +271,70 @@ class Disks:
             succeeded += 1 if outcome.ok else 0
         expect(0 < succeeded < 28, f"{succeeded} of 28 runs had enough descriptors")
 
+    def paused_move(self, arena, *meanwhile):
+        """A move that stops before each of its renames, for as many steps as given; what the driver reported."""
+        trace = os.path.join(self.work, "trace")
+        with open(trace, "wb"):
+            pass
+        pause = ("-e", "trace=renameat2", "-e", "inject=renameat2:delay_enter=700000")
+        with subprocess.Popen(("strace", "-o", trace, *pause, self.driver, arena.home, arena.relative),
+                              stdout=subprocess.PIPE) as move:
+            for number, step in enumerate(meanwhile, 1):
+                while begun_renames(trace) < number and move.poll() is None:
+                    time.sleep(0.01)
+                step()
+            return os.fsdecode(move.communicate(timeout=20)[0]).strip()
+
     def a_mount_that_appears_during_the_move(self):
         arena = self.fresh()
         inside = os.path.join(arena.item, "deep")
         os.mkdir(inside)
-        pause = "inject=renameat2:delay_enter=1000000:when=1"
-        with subprocess.Popen(("strace", "-o", os.path.join(self.work, "trace"), "-e", pause, self.driver, arena.home,
-                               arena.relative), stdout=subprocess.PIPE) as move:
-            record = os.path.join(arena.trash, "info/npm.trashinfo")
-            while not os.path.exists(record) and move.poll() is None:
-                time.sleep(0.01)
-            mount_memory(inside)
-            report = move.communicate(timeout=20)[0]
-        expect(report == b"failed 1 \n", f"reported {report!r}")
+        report = self.paused_move(arena, lambda: mount_memory(inside))
+        expect(report == "failed 1", f"reported {report}")
         expect(arena.in_place() and os.path.ismount(inside), "the item left its place")
-        expect(not listed(os.path.dirname(record)), "a record stayed behind")
+        expect(not listed(os.path.join(arena.trash, "info")), "a record stayed behind")
+
+    def a_trash_that_is_renamed_during_the_move(self):
+        for renamed in ("", "/files", "/info"):
+            arena = self.fresh()
+            away = os.path.join(self.disk, "away")
+            report = self.paused_move(arena, lambda place=arena.trash + renamed: os.rename(place, away))
+            expect("The Trash folder changed meanwhile" in report, f"reported {report}")
+            expect(arena.in_place(), "the item left its place")
+            expect(not any(names for _, _, names in os.walk(away)), "a record stayed behind")
+
+    def an_item_that_is_exchanged_during_the_move(self):
+        arena = self.fresh()
+        away = os.path.join(self.disk, "away")
+
+        def exchange():
+            os.rename(arena.item, away)
+            os.mkdir(arena.item)
+
+        report = self.paused_move(arena, exchange)
+        expect(report == "failed 1", f"reported {report}")
+        expect(os.path.isdir(arena.item) and not os.listdir(arena.item), "the other item left its place")
+        expect(os.path.exists(os.path.join(away, "content")), "the item left the place it was moved to")
+        expect(not listed(os.path.join(arena.trash, "info")), "a record stayed behind")
+
+    def an_exchanged_item_whose_place_is_taken_again(self):
+        arena = self.fresh()
+        away = os.path.join(self.disk, "away")
+
+        def exchange():
+            os.rename(arena.item, away)
+            os.mkdir(arena.item)
+
+        report = self.paused_move(arena, exchange, lambda: os.mkdir(arena.item))
+        expect(report.startswith("failed 4 This item is in the Trash"), f"reported {report}")
+        expect(os.path.isdir(os.path.join(arena.trash, "files/npm")), "what moved is gone")
+        whole_record(os.path.join(arena.trash, "info/npm.trashinfo"), arena.item)
 
 
 def cases(disks):
     return [name for name, case in vars(Disks).items()
             if callable(case) and not name.startswith("_") and not isinstance(case, staticmethod)
-            and name not in ("fresh", "clear", "nested") and getattr(disks, name)]
+            and name not in ("fresh", "clear", "nested", "paused_move") and getattr(disks, name)]
 
 
 def inside(driver, work):
