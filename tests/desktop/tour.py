@@ -32,20 +32,28 @@ def tour(app, look):
     app.scan()
     app.choose(*BUILD_CACHES)
     window = wait(app.window_id, 'the window on the screen')
-    for number, page in enumerate(PAGES, 1):
+    for page in PAGES[:-2] + PAGES[-1:]:
         app.show_page(page)
-        settled_picture(pictures / f"{number}-{page.lower().replace(' ', '-')}-{look}.png", window)
+        settled_picture(page_picture(page, look), window)
     app.show_page('Storage')
     app.review()
     settled_picture(pictures / f'confirmation-{look}.png', 'root')
-    app.answer('Cancel')
+    app.answer('Move to Trash')
+    app.windows.wait_for(f'Moved {len(BUILD_CACHES)} items to Trash. 0 failed.')
+    app.show_page('Activity')
+    settled_picture(page_picture('Activity', look), window)
+
+
+def page_picture(page, look):
+    return pictures / f"{PAGES.index(page) + 1}-{page.lower().replace(' ', '-')}-{look}.png"
 
 
 def main():
     pictures.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory(prefix='kestrune-tour.') as folder:
-        home = Home(folder).furnish()
+        home = Home(folder)
         for look in ('light', 'dark'):
+            home.furnish()
             with ColourScheme(dark=look == 'dark'), Kestrune(home, *sys.argv[3:]) as app:
                 tour(app, look)
                 app.tray.click(QUIT)
