@@ -133,7 +133,9 @@ TEST_F(LinuxProcessRunnerTest, commandThatIgnoresTheSignalIsKilled) {
 }
 
 TEST_F(LinuxProcessRunnerTest, stoppedCommandIsKilledToo) {
-    EXPECT_EQ(shellScript("kill -STOP $$", shortLimits).status, SIGKILL);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(shellScript("kill -STOP $$; exit 3", {0.1, 0.3, 25}).status, SIGKILL);
+    EXPECT_LT(secondsSince(start), 15);
 }
 
 TEST_F(LinuxProcessRunnerTest, limitsHoldWhileOutputPoursIn) {
