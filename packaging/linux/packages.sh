@@ -3,7 +3,7 @@
 
 build=(
   ca-certificates ccache cmake g++ git ninja-build
-  libqt6svg6 nlohmann-json3-dev qt6-base-dev qt6-svg-dev
+  nlohmann-json3-dev qt6-base-dev qt6-svg-dev
 )
 
 run=(
