@@ -8,8 +8,8 @@
 
 #include "ui/ActivityRow.h"
 #include "ui/EmptyState.h"
-#include "ui/PageHeader.h"
 #include "ui/RowList.h"
+#include "ui/ScrollArea.h"
 #include "ui/TextLabel.h"
 #include "ui/UiText.h"
 #include "workspace/ActivityDays.h"
@@ -72,6 +72,8 @@ void ActivityPage::fitDays(std::size_t count) {
         titleRow->addWidget(day.title);
         m_dayLayout->addLayout(titleRow);
         m_dayLayout->addWidget(day.list);
+        day.title->show();
+        day.list->show();
         m_days.push_back(day);
     }
 }
@@ -110,7 +112,7 @@ void ActivityPage::refresh() {
     }
     const std::size_t before = m_days.size();
     fitDays(std::max(days.size(), before));
-    QWidget* last = &header();
+    QWidget* last = scrollArea();
     for (std::size_t index = 0; index < days.size(); ++index) {
         m_days[index].title->setText(shown(days[index].title));
         m_days[index].list->setAccessibleName(shown(days[index].title));

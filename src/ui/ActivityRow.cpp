@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
@@ -23,12 +24,12 @@ int timeColumn() {
 
 }  // namespace
 
-ActivityRow::ActivityRow(const ActivityEntry& entry, const QString& day, const QString& time, const QString& buttonName,
+ActivityRow::ActivityRow(const ActivityEntry& entry, const QString& day, QString time, const QString& buttonName,
                          QWidget* parent)
     : ListRow(parent),
       m_title(shown(entry.title)),
       m_detail(shown(entry.detail)),
-      m_time(time),
+      m_time(std::move(time)),
       m_failed(entry.failed) {
     if (entry.trashPath) {
         m_show = new Button(Button::Kind::row, QStringLiteral("Show in Trash"), this);
@@ -96,7 +97,7 @@ void ActivityRow::paintRow(QPainter& painter) {
     const int title = Metrics::lineHeight(FontRole::rowTitle);
     const int detail = Metrics::lineHeight(FontRole::detail);
     const auto lines = static_cast<int>(detailLines(width()).size());
-    const int top = (height() - title - 1 - lines * detail) / 2;
+    const int top = (height() - title - lines * detail) / 2;
     const int room = textRight(width()) - textLeft();
     Paint::text(painter, QRect(textLeft(), top, room, title), FontRole::rowTitle, Theme::colour(Colour::text1),
                 m_title);

@@ -13,7 +13,7 @@ class ActivityRow final : public ListRow {
 
 public:
     /// buttonName is what a screen reader calls the entry's button.
-    ActivityRow(const ActivityEntry& entry, const QString& day, const QString& time, const QString& buttonName,
+    ActivityRow(const ActivityEntry& entry, const QString& day, QString time, const QString& buttonName,
                 QWidget* parent = nullptr);
 
     [[nodiscard]] int heightFor(int width) const override;

@@ -93,9 +93,12 @@ int Button::radius() const {
 }
 
 QSize Button::sizeHint() const {
+    if (m_label.isEmpty()) {
+        return {Metrics::px(28), Metrics::px(28)};
+    }
     int width = Metrics::width(fontRole(), m_label) + 2 * sidePadding();
     if (!m_symbol.isEmpty()) {
-        width += Metrics::px(16) + (m_label.isEmpty() ? 0 : Metrics::px(6) - 3);
+        width += Metrics::px(16) + Metrics::px(6) - 3;
     }
     if (!m_trailing.isEmpty()) {
         width += Metrics::px(12) + Metrics::px(14) - Metrics::px(5);

@@ -4,8 +4,7 @@
 #include <QPainter>
 
 #include "ui/FocusRing.h"
-#include "ui/Metrics.h"
-#include "ui/Theme.h"
+#include "ui/Paint.h"
 
 namespace kestrune {
 
@@ -47,10 +46,14 @@ void CheckBox::paintEvent(QPaintEvent* /*event*/) {
     if (!isEnabled()) {
         painter.setOpacity(disabledOpacity);
     }
-    const QRectF square = QRectF(box()).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2);
-    painter.setPen(QPen(Theme::colour(isChecked() ? Colour::accent : Colour::border), edge));
-    painter.setBrush(Theme::colour(isChecked() ? Colour::accent : Colour::card));
-    painter.drawRoundedRect(square, 4 - edge / 2, 4 - edge / 2);
+    if (isChecked()) {
+        Paint::rounded(painter, box(), 4, Theme::colour(Colour::accent));
+    } else {
+        painter.setPen(QPen(Theme::colour(Colour::border), edge));
+        painter.setBrush(Theme::colour(Colour::card));
+        const QRectF square = QRectF(box()).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2);
+        painter.drawRoundedRect(square, 4 - edge / 2, 4 - edge / 2);
+    }
     if (isChecked()) {
         painter.translate(box().topLeft());
         painter.scale(box().width() / 16.0, box().height() / 16.0);

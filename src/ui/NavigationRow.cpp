@@ -79,7 +79,7 @@ void NavigationRow::paintRow(QPainter& painter) {
     const int room = chevronLeft - columnGap - left;
     const int title = Metrics::lineHeight(FontRole::rowTitle);
     const int detail = Metrics::lineHeight(FontRole::detail);
-    const int top = (height() - title - 1 - detail) / 2;
+    const int top = (height() - title - detail) / 2;
     Paint::text(painter, QRect(left, top, room, title), FontRole::rowTitle, Theme::colour(Colour::text1), m_title);
     Paint::text(painter, QRect(left, top + title + 1, room, detail), FontRole::detail, Theme::colour(Colour::text3),
                 m_detail);

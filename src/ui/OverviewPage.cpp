@@ -25,7 +25,6 @@ OverviewPage::OverviewPage(WorkspaceStore& store, QWidget* parent)
       m_tiles(new TileGrid(body())),
       m_hero(new HeroPanel(body())),
       m_actions(new RowList(QStringLiteral("Next steps"), body())) {
-    addScanButtons();
     auto* note = new TextLabel(FontRole::detail, Colour::text3, body());
     note->setText(
         QStringLiteral("High memory usage alone doesn't mean your Mac needs cleaning. macOS uses available RAM for "

@@ -20,6 +20,10 @@ constexpr int narrowMargin = 24;
 constexpr int narrowBelow = 760;  // a window of 960 without its sidebar
 constexpr int stripGap = 16;
 
+bool startsScans(WorkspacePage page) {
+    return page == WorkspacePage::overview || page == WorkspacePage::storage || page == WorkspacePage::ai;
+}
+
 }  // namespace
 
 QString Page::subtitle(WorkspacePage page) {
@@ -54,6 +58,9 @@ Page::Page(WorkspaceStore& store, WorkspacePage page, QWidget* parent)
       m_body(new QWidget),
       m_content(new QVBoxLayout(m_body)),
       m_outer(new QVBoxLayout(this)) {
+    if (startsScans(page)) {
+        addScanButtons();
+    }
     m_message->setClosable(true);
     m_message->hide();
     m_strips->setSpacing(stripGap);
@@ -82,6 +89,8 @@ void Page::addScanButtons() {
     m_scan = m_header->addButton(QStringLiteral("Scan now"), QStringLiteral("magnifyingglass"));
     m_stopScan = m_header->addButton(QStringLiteral("Stop scan"));
     m_stopScan->hide();
+    setTabOrder(m_header, m_scan);
+    setTabOrder(m_scan, m_stopScan);
     connect(m_scan, &Button::clicked, this, [this] { m_store.scan(); });
     connect(m_stopScan, &Button::clicked, this, [this] { m_store.cancelCleanup(); });
     watch(m_store.isScanning);

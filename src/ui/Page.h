@@ -48,9 +48,6 @@ protected:
 
     [[nodiscard]] PageHeader& header() const { return *m_header; }
 
-    /// The scan button and the stop button beside it.
-    void addScanButtons();
-
     /// Strips between the header and the body.
     [[nodiscard]] QVBoxLayout& strips() const { return *m_strips; }
 
@@ -66,6 +63,9 @@ protected:
     [[nodiscard]] int sideMargin() const { return m_margin; }
 
 private:
+    /// The scan button and the stop button beside it.
+    void addScanButtons();
+
     void changed();
     void refreshAll();
     void refreshMessage();

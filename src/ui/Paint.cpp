@@ -17,7 +17,7 @@ constexpr double shortestBar = 2;
 
 int baseline(FontRole role, int top, int height) {
     const QFontMetrics metrics(Metrics::font(role));
-    return top + (height - metrics.height() + 1) / 2 + metrics.ascent();
+    return top + (height - metrics.height()) / 2 + metrics.ascent();
 }
 
 void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text,

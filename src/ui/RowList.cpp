@@ -21,7 +21,23 @@ void RowList::setRows(const std::vector<ListRow*>& rows) {
         rows[index]->setPlace(index == 0, index + 1 == rows.size());
         rows[index]->show();
     }
+    stack();
     arrange();
+}
+
+void RowList::stack() {
+    // Screen readers go through the rows in the order of the children.
+    std::size_t next = 0;
+    for (const QObject* child : children()) {
+        if (next < m_rows.size() && child == m_rows[next]) {
+            ++next;
+        }
+    }
+    if (next < m_rows.size()) {
+        for (ListRow* row : m_rows) {
+            row->raise();
+        }
+    }
 }
 
 QWidget* RowList::chainFocus(QWidget* before) const {

@@ -33,6 +33,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void stack();
+
     std::vector<ListRow*> m_rows;
 };
 

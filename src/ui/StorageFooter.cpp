@@ -74,7 +74,7 @@ void StorageFooter::paintEvent(QPaintEvent* /*event*/) {
     const int right = (m_clean->isVisible() ? m_clean : m_stop)->x() - 16;
     const int heading = Metrics::lineHeight(FontRole::heading);
     const int detail = Metrics::lineHeight(FontRole::detail);
-    const int top = 1 + (height() - 1 - heading - 2 - detail) / 2;
+    const int top = 1 + (height() - heading - 2 - detail) / 2;
     painter.setPen(Theme::colour(Colour::text1));
     Metrics::drawTabular(painter, left, Paint::baseline(FontRole::heading, top, heading), FontRole::heading, m_count);
     const int symbol = Metrics::px(symbolSize);

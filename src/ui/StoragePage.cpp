@@ -56,7 +56,6 @@ StoragePage::StoragePage(WorkspaceStore& store, QWidget* parent)
       m_loading(new LoadingRows(body())),
       m_empty(new EmptyState(body())),
       m_footer(new StorageFooter(this)) {
-    addScanButtons();
     m_progress->hide();
     strips().addWidget(m_progress);
     auto* intro = new TextLabel(FontRole::body, Colour::text2, body());
@@ -139,7 +138,9 @@ void StoragePage::refreshNotes() {
         item->widget()->deleteLater();
     }
     while (m_notes->count() < static_cast<int>(notes.size())) {
-        m_notes->addWidget(new Strip(body()));
+        auto* strip = new Strip(body());
+        m_notes->addWidget(strip);
+        strip->show();
     }
     for (std::size_t index = 0; index < notes.size(); ++index) {
         auto* strip = static_cast<Strip*>(m_notes->itemAt(static_cast<int>(index))->widget());
@@ -182,6 +183,7 @@ void StoragePage::refreshRows() {
     }
     const bool anyExcluded = std::any_of(listed.begin(), listed.end(),
                                          [&](const CleanTarget& target) { return excluded.count(target.path) > 0; });
+    const QWidget* focused = QApplication::focusWidget();
     const FocusPlace focus = focusPlace(*m_list);
     std::vector<ListRow*> rows;
     std::set<std::string> kept;
@@ -211,7 +213,7 @@ void StoragePage::refreshRows() {
         }
     }
     m_list->setRows(rows);
-    if (focus.isIn && !focusPlace(*m_list).isIn && !rows.empty()) {
+    if (focus.isIn && QApplication::focusWidget() != focused && !rows.empty()) {
         const auto stops = rows[std::min(focus.row, rows.size() - 1)]->focusStops();
         stops.at(focus.stop)->setFocus(Qt::OtherFocusReason);
     }

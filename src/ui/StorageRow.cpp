@@ -50,7 +50,7 @@ StorageRow::StorageRow(const CleanTarget& target, QWidget* parent)
       m_exclude(new Button(Button::Kind::row, QStringLiteral("Exclude"), this)) {
     m_state.target = target;
     m_reveal->setAccessibleName(QStringLiteral("Show in Finder: %1").arg(shown(target.title)));
-    connect(m_check, &CheckBox::clicked, this, &StorageRow::selectionWanted);
+    connect(m_check, &CheckBox::toggled, this, &StorageRow::selectionWanted);
     connect(m_reveal, &Button::clicked, this, &StorageRow::revealWanted);
     connect(m_exclude, &Button::clicked, this, &StorageRow::exclusionWanted);
     speak();
@@ -184,7 +184,7 @@ void StorageRow::paintRow(QPainter& painter) {
     const int titleLine = Metrics::lineHeight(FontRole::rowTitle);
     const int detailLine = Metrics::lineHeight(FontRole::detail);
     const int details = std::max(1, static_cast<int>(place.failureLines.size()));
-    int top = (place.firstHeight - titleLine - 1 - details * detailLine) / 2;
+    int top = (place.firstHeight - titleLine - details * detailLine) / 2;
     int titleRoom = place.nameRight - place.nameLeft;
     const QString title = shown(m_state.target.title);
     const QString chipLabel = chipText();

@@ -42,7 +42,6 @@ Strip::Strip(QWidget* parent)
     m_close->setSymbol(QStringLiteral("xmark"));
     m_close->setAccessibleName(QStringLiteral("Close message"));
     m_close->setToolTip(QStringLiteral("Close message"));
-    m_close->setFixedSize(Metrics::px(28), Metrics::px(28));
     m_close->hide();
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(Metrics::px(12) + Metrics::px(16) + Metrics::px(10), 4, 4, 4);

@@ -15,7 +15,9 @@ TextLabel::TextLabel(FontRole role, Colour colour, QWidget* parent) : QLabel(par
 
 void TextLabel::setFit(Fit fit) {
     m_fit = fit;
-    QSizePolicy policy(fit == Fit::natural ? QSizePolicy::Fixed : QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // A fixed height would be the one of the size hint, whatever the width turns out to be.
+    QSizePolicy policy(fit == Fit::natural ? QSizePolicy::Fixed : QSizePolicy::Preferred,
+                       fit == Fit::wrap ? QSizePolicy::Preferred : QSizePolicy::Fixed);
     policy.setHeightForWidth(fit == Fit::wrap);
     setSizePolicy(policy);
 }

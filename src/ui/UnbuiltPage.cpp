@@ -33,9 +33,6 @@ QString sentence(WorkspacePage page) {
 }  // namespace
 
 UnbuiltPage::UnbuiltPage(WorkspaceStore& store, WorkspacePage page, QWidget* parent) : Page(store, page, parent) {
-    if (page == WorkspacePage::ai) {
-        addScanButtons();
-    }
     auto* empty = new EmptyState(body());
     empty->setContent(shown(symbol(page)), QStringLiteral("Not part of this version yet"), sentence(page));
     empty->setSpaceAbove(128);

@@ -1,0 +1,124 @@
+#include "ui/QtAlertPresenter.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "ui/AlertDialog.h"
+#include "ui/Button.h"
+#include "ui/ScrollArea.h"
+
+namespace kestrune {
+
+namespace {
+
+Alert question(int items) {
+    Alert alert;
+    alert.style = AlertStyle::warning;
+    alert.symbol = "trash";
+    alert.messageText = "Move the items to Trash?";
+    for (int index = 0; index < items; ++index) {
+        alert.items.push_back(
+            {"Gradle & Caches <b>" + std::to_string(index) + "</b>", "6.31 GB", "Downloaded packages"});
+    }
+    alert.text = "Close the tools using these files first.";
+    alert.buttons = {"Move to Trash", "Something else", "Cancel"};
+    return alert;
+}
+
+std::size_t answerTo(const Alert& alert, const std::function<void(AlertDialog&)>& act) {
+    QTimer::singleShot(0, [&act] {
+        auto* dialog = qobject_cast<AlertDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        QApplication::processEvents();
+        act(*dialog);
+    });
+    QtAlertPresenter presenter([] { return nullptr; });
+    return presenter.present(alert);
+}
+
+}  // namespace
+
+TEST(QtAlertPresenter, escapeAnswersTheLastButton) {
+    EXPECT_EQ(answerTo(question(1), [](AlertDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }), 2U);
+}
+
+TEST(QtAlertPresenter, closingAnswersTheLastButton) {
+    EXPECT_EQ(answerTo(question(1), [](AlertDialog& dialog) { dialog.close(); }), 2U);
+}
+
+TEST(QtAlertPresenter, returnPressesTheDefaultButton) {
+    EXPECT_EQ(answerTo(question(1),
+                       [](AlertDialog& dialog) {
+                           QTest::keyClick(
+                               QApplication::focusWidget() == nullptr ? &dialog : QApplication::focusWidget(),
+                               Qt::Key_Return);
+                       }),
+              0U);
+}
+
+TEST(QtAlertPresenter, everyButtonAnswersItsPlace) {
+    for (std::size_t index = 0; index < 3; ++index) {
+        EXPECT_EQ(answerTo(question(1), [index](AlertDialog& dialog) { dialog.buttons().at(index)->click(); }), index);
+    }
+}
+
+TEST(QtAlertPresenter, alertWhoseWindowGoesAwayAnswersTheLastButton) {
+    auto* window = new QWidget;
+    window->show();
+    QTimer::singleShot(0, [window] { delete window; });
+    QtAlertPresenter presenter([window] { return window; });
+    EXPECT_EQ(presenter.present(question(1)), 2U);
+}
+
+TEST(AlertDialog, saysWhatItIsAndAllOfItsText) {
+    const AlertDialog dialog(question(2));
+    QAccessibleInterface* piece = QAccessible::queryAccessibleInterface(const_cast<AlertDialog*>(&dialog));
+    EXPECT_EQ(piece->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(piece->text(QAccessible::Name), QStringLiteral("Move the items to Trash?"));
+    EXPECT_TRUE(piece->text(QAccessible::Description).contains(QStringLiteral("• Gradle & Caches <b>1</b> — 6.31 GB")));
+    EXPECT_EQ(dialog.buttons().front()->label(), QStringLiteral("Move to Trash"));
+}
+
+TEST(AlertDialog, foreignTextStaysPlain) {
+    AlertDialog dialog(question(1));
+    const auto labels = dialog.findChildren<QLabel*>();
+    ASSERT_GE(labels.size(), 4);
+    for (const QLabel* label : labels) {
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    }
+}
+
+TEST(AlertDialog, manyItemsScrollAndTheButtonsStayInView) {
+    AlertDialog few(question(8));
+    EXPECT_EQ(few.findChild<ScrollArea*>(), nullptr);
+    AlertDialog many(question(20));
+    many.show();
+    QApplication::processEvents();
+    ASSERT_NE(many.findChild<ScrollArea*>(), nullptr);
+    EXPECT_LT(many.height(), 640);
+    for (const Button* button : many.buttons()) {
+        EXPECT_TRUE(many.rect().contains(button->geometry()));
+    }
+}
+
+TEST(AlertDialog, longTextMakesItHigherInsteadOfBeingCut) {
+    Alert alert = question(1);
+    AlertDialog brief(alert);
+    brief.show();
+    for (int repeat = 0; repeat < 10; ++repeat) {
+        alert.text += " Close the tools using these files first, and then come back to this question.";
+    }
+    AlertDialog lengthy(alert);
+    lengthy.show();
+    QApplication::processEvents();
+    EXPECT_GT(lengthy.height(), brief.height() + 100);
+    EXPECT_EQ(lengthy.width(), brief.width());
+}
+
+}  // namespace kestrune

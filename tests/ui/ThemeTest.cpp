@@ -1,0 +1,48 @@
+#include "ui/Theme.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPalette>
+
+namespace kestrune {
+
+TEST(Theme, everyTextReadsOnEveryGround) {
+    for (const bool dark : {false, true}) {
+        Theme::setDark(dark);
+        for (const Colour text : {Colour::text1, Colour::text2, Colour::text3, Colour::accentText}) {
+            for (const Colour ground : {Colour::window, Colour::card, Colour::cardHover}) {
+                EXPECT_GE(Theme::contrast(Theme::colour(text), Theme::colour(ground)), 4.5)
+                    << "dark " << dark << " text " << static_cast<int>(text) << " on " << static_cast<int>(ground);
+            }
+        }
+        EXPECT_GE(Theme::contrast(Theme::colour(Colour::border), Theme::colour(Colour::card)), 3.0);
+    }
+    Theme::setDark(false);
+}
+
+TEST(Theme, changesThePaletteOfTheWholeApplicationLive) {
+    Theme::setDark(true);
+    EXPECT_EQ(QApplication::palette().color(QPalette::Window), Theme::colour(Colour::window));
+    EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 128);
+    Theme::setDark(false);
+    EXPECT_GT(QApplication::palette().color(QPalette::Window).lightness(), 128);
+}
+
+TEST(Theme, anyHighlightBecomesAReadableAccent) {
+    for (const QRgb highlight : {0xFFFFE000U, 0xFF00FF00U, 0xFF000080U, 0xFFED5B00U, 0xFFE6007EU}) {
+        for (const bool dark : {false, true}) {
+            const Theme::Accent accent = Theme::accentFrom(QColor::fromRgb(highlight), dark);
+            const QColor card = dark ? QColor(0x25, 0x27, 0x2B) : QColor(Qt::white);
+            EXPECT_GE(Theme::contrast(accent.fill, accent.onFill), 4.5) << std::hex << highlight;
+            EXPECT_GE(Theme::contrast(accent.text, card), 4.5) << std::hex << highlight << dark;
+        }
+    }
+}
+
+TEST(Theme, blackOnWhiteContrastsAsFarAsItGoes) {
+    EXPECT_NEAR(Theme::contrast(Qt::black, Qt::white), 21, 0.01);
+    EXPECT_NEAR(Theme::contrast(Qt::white, Qt::white), 1, 0.01);
+}
+
+}  // namespace kestrune

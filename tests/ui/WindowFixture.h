@@ -1,0 +1,100 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTest>
+#include <QWidget>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/fakes/StoreFixture.h"
+#include "ui/WorkspaceWindow.h"
+
+namespace kestrune {
+
+constexpr std::int64_t gigabyte = 1'000'000'000;
+
+/// The window over a store of fakes, looked at the way a screen reader looks at it.
+class WindowFixture : public ::testing::Test {
+protected:
+    struct Seen {
+        QWidget* widget;
+        QString name;
+        QAccessible::Role role;
+        bool focusable;
+    };
+
+    WorkspaceWindow& window() {
+        if (!m_window) {
+            m_window = std::make_unique<WorkspaceWindow>(
+                fixture.store(),
+                WindowMemory{[this] { return kept; }, [this](const std::vector<double>& frame) { kept = frame; }});
+        }
+        return *m_window;
+    }
+
+    void open(WorkspacePage page) {
+        fixture.store().page.set(page);
+        window().present();
+        QApplication::processEvents();
+    }
+
+    /// Every visible piece of the window that a screen reader meets.
+    [[nodiscard]] std::vector<Seen> seen() {
+        std::vector<Seen> result;
+        collect(QAccessible::queryAccessibleInterface(&window()), result);
+        return result;
+    }
+
+    /// The visible piece with this accessible name, or null.
+    [[nodiscard]] QWidget* named(const QString& name) {
+        for (const Seen& piece : seen()) {
+            if (piece.name == name) {
+                return piece.widget;
+            }
+        }
+        return nullptr;
+    }
+
+    [[nodiscard]] bool shows(const QString& name) { return named(name) != nullptr; }
+
+    void click(const QString& name) {
+        QWidget* widget = named(name);
+        ASSERT_NE(widget, nullptr) << name.toStdString();
+        QTest::mouseClick(widget, Qt::LeftButton);
+        QApplication::processEvents();
+    }
+
+    [[nodiscard]] bool isEnabled(const QString& name) {
+        const QWidget* widget = named(name);
+        return widget != nullptr && widget->isEnabled();
+    }
+
+    StoreFixture fixture;
+    std::optional<std::vector<double>> kept;
+
+private:
+    void collect(QAccessibleInterface* piece, std::vector<Seen>& result) {
+        if (piece == nullptr) {
+            return;
+        }
+        auto* widget = qobject_cast<QWidget*>(piece->object());
+        if (widget != nullptr && !widget->isVisible()) {
+            return;
+        }
+        if (widget != nullptr) {
+            result.push_back({widget, piece->text(QAccessible::Name), piece->role(),
+                              widget->focusPolicy() != Qt::NoFocus && !widget->isWindow()});
+        }
+        for (int index = 0; index < piece->childCount(); ++index) {
+            collect(piece->child(index), result);
+        }
+    }
+
+    std::unique_ptr<WorkspaceWindow> m_window;
+};
+
+}  // namespace kestrune
