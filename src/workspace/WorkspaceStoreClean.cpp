@@ -87,9 +87,7 @@ void WorkspaceStore::cleanChosen(bool saved) {
     } else {
         selectRecommended();
     }
-    if (lastScanWasStopped()) {
-        message.set(finishScanFirst);
-    } else if (selected().empty()) {
+    if (selected().empty()) {
         ask(nothingToClean(saved));
     } else {
         clean();

@@ -87,14 +87,16 @@ TEST(WorkspaceStoreQuickClean, aScanStoppedByTheUserMovesNothingAndAsksForANewOn
     EXPECT_TRUE(fixture.trash.requests.empty());
 }
 
-TEST(WorkspaceStoreQuickClean, aScanStoppedBeforeItFoundAnythingDoesNotClaimThatThereIsNothing) {
+TEST(WorkspaceStoreQuickClean, aScanStoppedBeforeItFoundAnythingEndsWithNothingToCleanAndKeepsItsNote) {
     StoreFixture fixture;
     fixture.addCache("NPM Global Cache", 9'000'000);
     fixture.store().quickClean(false);
     fixture.store().cancelCleanup();
     fixture.settle();
-    EXPECT_EQ(fixture.store().message.get(), "Finish a new scan before cleaning.");
-    EXPECT_TRUE(fixture.alerts.alerts.empty());
+    ASSERT_EQ(fixture.alerts.alerts.size(), 1U);
+    EXPECT_EQ(fixture.alerts.alerts.front().messageText, "No build caches found");
+    EXPECT_EQ(fixture.store().scanNotes.get(),
+              (std::vector<std::string>{"Scan stopped. Results are incomplete; rescan before cleanup."}));
 }
 
 TEST(WorkspaceStoreQuickClean, itDoesNotStartWhileAScanRuns) {
