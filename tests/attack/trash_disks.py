@@ -317,6 +317,14 @@ class Disks:
         expect(os.path.exists(os.path.join(away, "content")), "the item left the place it was moved to")
         expect(not listed(os.path.join(arena.trash, "info")), "a record stayed behind")
 
+    def a_name_that_is_taken_during_the_move(self):
+        arena = self.fresh()
+        taken = os.path.join(arena.trash, "files/npm")
+        report = self.paused_move(arena, lambda: os.mkdir(taken), lambda: None)
+        expect(report == "ok " + taken + ".2", f"reported {report}")
+        expect(os.path.isdir(taken) and not os.listdir(taken), "what took the name was replaced")
+        expect(listed(os.path.join(arena.trash, "info")) == ["npm.2.trashinfo"], "a wrong record stayed behind")
+
     def an_exchanged_item_whose_place_is_taken_again(self):
         arena = self.fresh()
         away = os.path.join(self.disk, "away")

@@ -41,7 +41,10 @@ LinuxTrashMove::LinuxTrashMove(const LinuxPinnedItem& item, const LinuxTrashFold
 Result<TrashedItem, TrashError> LinuxTrashMove::run() {
     for (unsigned attempt = 0; attempt < longestSearchForName; ++attempt) {
         const std::string name = trashName(m_item.leaf, attempt, m_trash.longestName);
-        Step step = holds(name) ? Step::nextName : publishRecord(name);
+        Step step = lookFor(name);
+        if (step == Step::done) {
+            step = publishRecord(name);
+        }
         if (step == Step::done) {
             step = rename(name);
         }
@@ -159,14 +162,19 @@ TrashError LinuxTrashMove::putBack(const std::string& name, const TrashError& re
     return reason;
 }
 
-bool LinuxTrashMove::holds(const std::string& name) const {
+LinuxTrashMove::Step LinuxTrashMove::lookFor(const std::string& name) {
     const auto found = statusIn(m_files, name);
-    return found.ok() || found.error() != ENOENT;
+    if (found.ok()) {
+        return Step::nextName;
+    }
+    return found.error() == ENOENT ? Step::done : fail(trashSystemError(found.error()));
 }
 
 void LinuxTrashMove::withdrawRecord(const std::string& name) {
-    const auto arrived = statusIn(m_files, name);
-    if (!arrived.ok() && arrived.error() == ENOENT) {
+    const auto found = statusIn(m_files, name);
+    const bool itemIsElsewhere =
+        found.ok() ? found.value().identity != m_item.status.identity : found.error() == ENOENT;
+    if (itemIsElsewhere) {
         m_record.withdraw();
     }
     m_written = false;

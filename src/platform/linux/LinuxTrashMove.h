@@ -22,13 +22,13 @@ public:
 private:
     enum class Step { done, nextName, failed };
 
+    Step lookFor(const std::string& name);
     Step publishRecord(const std::string& name);
     Step rename(const std::string& name);
     [[nodiscard]] int renameItem(const std::string& name) const;
     [[nodiscard]] std::optional<TrashError> doubtAbout(const std::string& name);
     [[nodiscard]] std::optional<TrashError> syncFolders() const;
     [[nodiscard]] TrashError putBack(const std::string& name, const TrashError& reason);
-    [[nodiscard]] bool holds(const std::string& name) const;
     void withdrawRecord(const std::string& name);
     Step fail(const TrashError& error);
 
