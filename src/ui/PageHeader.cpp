@@ -22,7 +22,7 @@ PageHeader::PageHeader(const QString& title, const QString& subtitle, QWidget* p
     titleLabel->setFit(TextLabel::Fit::elideEnd);
     auto* subtitleLabel = new TextLabel(FontRole::body, Colour::text2, this);
     subtitleLabel->setText(subtitle);
-    subtitleLabel->setFit(TextLabel::Fit::elideEnd);
+    subtitleLabel->setFit(TextLabel::Fit::wrap);
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(titleLabel);

@@ -14,6 +14,8 @@ namespace {
 
 constexpr int barHeight = 64;
 constexpr int symbolSize = 14;
+constexpr int symbolGap = 5;
+constexpr int smallestRoom = 160;
 
 QString safetyLine() {
     return QStringLiteral("Moves to Trash. No permanent deletion.");
@@ -31,8 +33,6 @@ StorageFooter::StorageFooter(QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(m_clean);
     layout->addWidget(m_stop);
-    const int lines = Metrics::lineHeight(FontRole::heading) + 2 + Metrics::lineHeight(FontRole::detail);
-    setFixedHeight(std::max(Metrics::px(barHeight), lines + 24));
     setSideMargin(32);
     connect(m_clean, &Button::clicked, this, &StorageFooter::cleanWanted);
     connect(m_stop, &Button::clicked, this, &StorageFooter::stopWanted);
@@ -40,7 +40,34 @@ StorageFooter::StorageFooter(QWidget* parent)
 
 void StorageFooter::setSideMargin(int margin) {
     layout()->setContentsMargins(margin, 1, margin, 0);
+    arrange();
     update();
+}
+
+int StorageFooter::safetyLeft() const {
+    return layout()->contentsMargins().left() + Metrics::px(symbolSize) + symbolGap;
+}
+
+int StorageFooter::safetyRoom() const {
+    const int button = std::max(m_clean->sizeHint().width(), m_stop->sizeHint().width());
+    // Before the first layout there is no width yet.
+    return std::max(Metrics::px(smallestRoom),
+                    width() - layout()->contentsMargins().right() - button - 16 - safetyLeft());
+}
+
+int StorageFooter::safetyHeight() const {
+    const auto lines = Paint::wrapped(FontRole::detail, safetyLine(), safetyRoom()).size();
+    return static_cast<int>(lines) * Metrics::lineHeight(FontRole::detail);
+}
+
+void StorageFooter::arrange() {
+    const int lines = Metrics::lineHeight(FontRole::heading) + 2 + safetyHeight();
+    setFixedHeight(std::max(Metrics::px(barHeight), lines + 24));
+}
+
+void StorageFooter::resizeEvent(QResizeEvent* event) {
+    Painted::resizeEvent(event);
+    arrange();
 }
 
 QList<QWidget*> StorageFooter::focusStops() const {
@@ -71,19 +98,17 @@ void StorageFooter::paintEvent(QPaintEvent* /*event*/) {
     painter.fillRect(rect(), Theme::colour(Colour::card));
     Paint::hairline(painter, 0, 0, width());
     const int left = layout()->contentsMargins().left();
-    const int right = (m_clean->isVisible() ? m_clean : m_stop)->x() - 16;
     const int heading = Metrics::lineHeight(FontRole::heading);
     const int detail = Metrics::lineHeight(FontRole::detail);
-    const int top = 1 + (height() - heading - 2 - detail) / 2;
+    const int top = 1 + (height() - heading - 2 - safetyHeight()) / 2;
     painter.setPen(Theme::colour(Colour::text1));
     Metrics::drawTabular(painter, left, Paint::baseline(FontRole::heading, top, heading), FontRole::heading, m_count);
     const int symbol = Metrics::px(symbolSize);
     const int lower = top + heading + 2;
     Icons::draw(painter, QPointF(left, lower + (detail - symbol) / 2.0), QStringLiteral("trash"),
                 Theme::colour(Colour::text3), symbol);
-    const int text = left + symbol + 5;
-    Paint::text(painter, QRect(text, lower, right - text, detail), FontRole::detail, Theme::colour(Colour::text2),
-                safetyLine());
+    Paint::paragraph(painter, QRect(safetyLeft(), lower, safetyRoom(), safetyHeight()), FontRole::detail,
+                     Theme::colour(Colour::text2), safetyLine());
 }
 
 }  // namespace kestrune

@@ -28,8 +28,15 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// The sentence about the consequence wraps where large text leaves little room; it is never cut.
+    [[nodiscard]] int safetyLeft() const;
+    [[nodiscard]] int safetyRoom() const;
+    [[nodiscard]] int safetyHeight() const;
+    void arrange();
+
     QString m_count;
     Button* m_clean;
     Button* m_stop;
