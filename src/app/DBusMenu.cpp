@@ -3,7 +3,6 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QTimer>
 
 #include <utility>
 
@@ -263,7 +262,8 @@ bool DBusMenu::handleEvent(int id, const QString& type) {
         return id == 0;
     }
     if (type == QLatin1String("clicked") && known->enabled && !known->hidden && known->action != MenuAction::none) {
-        QTimer::singleShot(0, this, [this, action = known->action] { m_handlers.perform(action); });
+        QMetaObject::invokeMethod(
+            this, [this, action = known->action] { m_handlers.perform(action); }, Qt::QueuedConnection);
     }
     return true;
 }

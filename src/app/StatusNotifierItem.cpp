@@ -135,6 +135,7 @@ StatusNotifierItem::~StatusNotifierItem() {
 void StatusNotifierItem::setTexts(const TrayTexts& texts) {
     const TrayTexts old = std::exchange(m_texts, texts);
     if (old.percent != texts.percent || old.updateAvailable != texts.updateAvailable) {
+        m_pictures.clear();
         emitSignal(QStringLiteral("NewIcon"));
     }
     if (old.title != texts.title) {
@@ -151,7 +152,10 @@ void StatusNotifierItem::setTexts(const TrayTexts& texts) {
 
 QVariant StatusNotifierItem::property(const QString& name) const {
     if (name == QLatin1String("IconPixmap")) {
-        return QVariant::fromValue(pixmaps(m_texts));
+        if (!m_pictures.isValid()) {
+            m_pictures = QVariant::fromValue(pixmaps(m_texts));
+        }
+        return m_pictures;
     }
     const QVariantMap others{
         {QStringLiteral("Category"), QStringLiteral("SystemServices")},

@@ -56,6 +56,7 @@ private:
     const bool m_menuOnly;
     const Handlers m_handlers;
     TrayTexts m_texts;
+    mutable QVariant m_pictures;  ///< drawn when a host asks; panels ask several times for each change
 };
 
 }  // namespace kestrune

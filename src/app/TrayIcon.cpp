@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPainterPathStroker>
+#include <QTransform>
 
 #include <algorithm>
 #include <array>
@@ -16,6 +17,9 @@ namespace {
 
 // The picture is laid out on a grid of 22 units, the size at which it must stay legible.
 constexpr double grid = 22;
+constexpr double broomWidth = 12;
+constexpr double broomScale = 0.82;
+constexpr double broomTop = 0.6;
 constexpr double digitsTop = 11.2;
 constexpr double digitStroke = 2.1;
 constexpr double digitGap = 1.4;
@@ -108,7 +112,8 @@ QImage trayIcon(int size, int percent, bool updateAvailable) {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / grid, size / grid);
-    QPainterPath shape = pathFrom(broomOutline).translated(5, 0);
+    QPainterPath shape = QTransform::fromScale(broomScale, broomScale).map(pathFrom(broomOutline));
+    shape.translate((grid - broomWidth * broomScale) / 2, broomTop);
     shape.addPath(digits(percent));
     if (updateAvailable) {
         shape.addPath(stroked(pathFrom(arrowLines), arrowStroke));

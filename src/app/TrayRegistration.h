@@ -32,11 +32,10 @@ public:
     /// Whether a panel shows the item.
     [[nodiscard]] bool isHosted() const { return m_registered && m_hostPresent; }
 
-private Q_SLOTS:
-    void hostChanged();
-    void busLost();
-
 private:
+    Q_SLOT void hostChanged();
+    Q_SLOT void busLost();
+
     [[nodiscard]] static Grace defaultGrace() { return {}; }
 
     void watcherAppeared();

@@ -24,10 +24,9 @@ public:
     /// Asks for one setting; the handler is told when the desktop has it.
     void read(const QString& group, const QString& key);
 
-private Q_SLOTS:
-    void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
 private:
+    Q_SLOT void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
     const Handler m_handler;
 };
 
