@@ -52,7 +52,7 @@ void EmptyState::setSpaceAbove(int height) {
 void EmptyState::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const int size = Metrics::px(symbolSize);
-    Icons::draw(painter, QPointF((width() - size) / 2, layout()->contentsMargins().top()), m_symbol,
+    Icons::draw(painter, QPointF((width() - size) / 2.0, layout()->contentsMargins().top()), m_symbol,
                 Theme::colour(Colour::text3), size);
 }
 

@@ -114,7 +114,7 @@ void MetricTile::paintDrawing(QPainter& painter, const QRect& line, int valueWid
         return;
     }
     const auto box = [&](int height) {
-        return QRectF(line.right() + 1 - width, line.top() + (line.height() - height) / 2, width, height);
+        return QRectF(QRect(line.right() + 1 - width, line.top() + (line.height() - height) / 2, width, height));
     };
     if (const auto* chart = std::get_if<Sparkline>(&m_content.drawing)) {
         chart->draw(painter, box(Metrics::px(lineHeightOfChart)));

@@ -209,7 +209,7 @@ void StorageRow::paintRow(QPainter& painter) {
     }
     if (place.barLeft > 0) {
         const int thickness = Metrics::px(barHeight);
-        const QRectF bar(place.barLeft, (place.firstHeight - thickness) / 2, Metrics::px(barWidth), thickness);
+        const QRect bar(place.barLeft, (place.firstHeight - thickness) / 2, Metrics::px(barWidth), thickness);
         Paint::bar(painter, bar, m_state.share, Theme::colour(Colour::chartLine), Theme::colour(Colour::track));
     }
     const QString size = shown(m_state.target.sizeFormatted());

@@ -68,7 +68,7 @@ QColor withLightness(const QColor& colour, double lightness) {
 
 // The nearest lightness, going one way, at which colour reaches 4.5:1 on every ground.
 QColor readable(const QColor& colour, std::initializer_list<QColor> grounds, bool lighter) {
-    const double from = static_cast<double>(colour.lightnessF());
+    const auto from = static_cast<double>(colour.lightnessF());
     for (int step = 0; step <= 100; ++step) {
         const double lightness = std::clamp(from + (lighter ? step : -step) / 100.0, 0.0, 1.0);
         const QColor candidate = step == 0 ? colour : withLightness(colour, lightness);

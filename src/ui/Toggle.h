@@ -16,7 +16,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    bool hitButton(const QPoint& place) const override;
+    [[nodiscard]] bool hitButton(const QPoint& place) const override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
