@@ -47,7 +47,7 @@ protected:
     void paintRow(QPainter& painter) override;
     void hoverChanged(bool hovered) override;
     void clicked() override;
-    [[nodiscard]] QString toolTipAt(const QPoint& place) const override;
+    [[nodiscard]] QString toolTipAt(const QPoint& at) const override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
