@@ -111,7 +111,8 @@ TEST(StatusMenuModel, onlyTheReminderItemIsACheckItem) {
 
 TEST(StatusMenuModel, keysAreTheOnesOfTheMenu) {
     std::string keys;
-    for (const MenuItem& item : StatusMenuModel().items()) {
+    const StatusMenuModel model;
+    for (const MenuItem& item : model.items()) {
         keys += item.key.empty() ? "-" : item.key;
     }
     EXPECT_EQ(keys, "----lsn-e-odkbim--u,--q");

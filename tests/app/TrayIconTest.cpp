@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QByteArray>
+
 #include <set>
-#include <vector>
 
 namespace kestrune {
 
@@ -30,10 +31,10 @@ TEST(TrayIcon, hasTheSizeAskedFor) {
 }
 
 TEST(TrayIcon, differsForEveryPercentage) {
-    std::set<std::vector<uchar>> pictures;
+    std::set<QByteArray> pictures;
     for (int percent = 0; percent <= 100; ++percent) {
         const QImage image = trayIcon(22, percent, false);
-        pictures.insert({image.constBits(), image.constBits() + image.sizeInBytes()});
+        pictures.insert(QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
     }
     EXPECT_EQ(pictures.size(), 101U);
 }

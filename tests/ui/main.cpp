@@ -8,6 +8,8 @@
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
+    // Also when the tests are only listed, which the build does without a display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
     QFont font = QApplication::font();
     font.setPixelSize(13);
