@@ -30,6 +30,8 @@ PortalSettings::PortalSettings(Handler handler) : m_handler(std::move(handler)) 
 }
 
 void PortalSettings::listen() {
+    // Connecting looks the slot's types up by name, which only registered ones have.
+    qRegisterMetaType<QDBusVariant>();
     // From any sender: naming one would make Qt ask the bus for its owner and wait for the answer.
     QDBusConnection::sessionBus().connect(QString(), portalPath, settingsInterface, QStringLiteral("SettingChanged"),
                                           this, SLOT(settingChanged(QString, QString, QDBusVariant)));
