@@ -51,15 +51,25 @@ class Program:
                 break
         return last
 
+    def threads(self):
+        return {task.name for task in (self.files / 'task').iterdir()}
+
+    def settle_threads(self):
+        """Waits until the toolkit's pool threads, which end after 30 idle seconds, are gone."""
+        known, since = self.threads(), time.monotonic()
+        while time.monotonic() - since < 32:
+            time.sleep(1)
+            if self.threads() != known:
+                known, since = self.threads(), time.monotonic()
+
     def work(self):
-        """(processor time in ms, context switches) of all threads so far."""
-        processor = switches = 0
+        """{thread: (processor time in ms, context switches)} so far."""
+        work = {}
         for task in (self.files / 'task').iterdir():
-            processor += int((task / 'schedstat').read_text().split()[0]) / 1e6
-            for line in (task / 'status').read_text().splitlines():
-                if 'ctxt_switches' in line:
-                    switches += int(line.split()[1])
-        return processor, switches
+            processor = int((task / 'schedstat').read_text().split()[0]) / 1e6
+            lines = (task / 'status').read_text().splitlines()
+            work[task.name] = processor, sum(int(line.split()[1]) for line in lines if 'ctxt_switches' in line)
+        return work
 
     def stop(self):
         self.process.kill()
@@ -124,12 +134,20 @@ def wall_time(command, environment):
 
 def side_by_side(programs, seconds):
     """[(ms of processor time a second, context switches a second)] while both do nothing."""
+    for program in programs:
+        program.settle_threads()
     before = [program.work() for program in programs]
     begin = time.monotonic()
     time.sleep(seconds)
     elapsed = time.monotonic() - begin
     after = [program.work() for program in programs]
-    return [((b[0] - a[0]) / elapsed, (b[1] - a[1]) / elapsed) for a, b in zip(before, after)]
+    rates = []
+    for old, new in zip(before, after):
+        if not old.keys() <= new.keys():
+            raise AssertionError('a thread ended while it was watched, and its work went with it')
+        rates.append(tuple(sum(new[thread][i] - old.get(thread, (0, 0))[i] for thread in new) / elapsed
+                           for i in range(2)))
+    return rates
 
 
 def main():
