@@ -38,7 +38,12 @@ Application::Application()
                m_mainQueue, m_clock,
                [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }}),
       m_tray(QDBusConnection::sessionBus(), {[this](MenuAction action) { m_delegate.perform(action); },
-                                             [this] { m_delegate.menuWillOpen(); }, [this] { showWindow(); }}),
+                                             [this] {
+                                                 // Our own popup wears the desktop's colours like any window.
+                                                 prepareInterface();
+                                                 m_delegate.menuWillOpen();
+                                             },
+                                             [this] { showWindow(); }}),
       m_delegate({m_store, m_engine, m_alerts, m_mainQueue, m_tray, [this] { showWindow(); },
                   [] { QCoreApplication::exit(); }}),
       m_instance(QDBusConnection::sessionBus(), [this] { m_delegate.applicationShouldHandleReopen(); }),
@@ -64,7 +69,7 @@ void Application::launch() {
     m_tray.start();
 }
 
-/// What every window needs. It waits for the first one, because most of the time there is only the tray item.
+/// What every window and menu needs. It waits for the first one, because most of the time there is only the tray item.
 void Application::prepareInterface() {
     if (m_interfacePrepared) {
         return;

@@ -92,7 +92,7 @@ void StoragePage::connectControls() {
     connect(m_controls, &StorageControls::selectWanted, this, [this] { store().selectRecommended(); });
     connect(m_controls, &StorageControls::clearWanted, this, [this] { store().clearSelection(); });
     connect(m_controls, &StorageControls::saveWanted, this, [this] { store().saveSelection(); });
-    connect(m_controls, &StorageControls::restoreWanted, this, [this] { store().restoreSelection(); });
+    connect(m_controls, &StorageControls::restoreWanted, this, [this] { store().useSavedFolders(); });
     connect(m_footer, &StorageFooter::cleanWanted, this, [this] { store().clean(); });
     connect(m_footer, &StorageFooter::stopWanted, this, [this] { store().cancelCleanup(); });
     connect(m_empty->button(), &Button::clicked, this, [this] { store().scan(); });
@@ -157,7 +157,7 @@ void StoragePage::refreshControls() {
     state.selectBuildCaches = !busy && !store().recommended().empty();
     state.clearSelection = !busy && !store().selection.get().empty();
     state.save = state.clearSelection;
-    state.restore = !busy && any && !store().savedSelection().empty();
+    state.restore = !busy && any;
     m_controls->setState(state);
 }
 

@@ -159,6 +159,10 @@ public:
     void saveSelection();
     void restoreSelection();
 
+    /// What the button does: restoreSelection(), or an alert when that leaves nothing selected. Without a saved list
+    /// the selection stays as it is.
+    void useSavedFolders();
+
     /// The ids written by saveSelection; empty when there are none.
     [[nodiscard]] std::vector<std::string> savedSelection() const;
 

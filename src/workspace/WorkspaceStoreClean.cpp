@@ -94,6 +94,19 @@ void WorkspaceStore::cleanChosen(bool saved) {
     }
 }
 
+void WorkspaceStore::useSavedFolders() {
+    if (isBusy()) {
+        return;
+    }
+    const bool saved = !savedSelection().empty();
+    if (saved) {
+        restoreSelection();
+    }
+    if (!saved || selected().empty()) {
+        ask(nothingToClean(true));
+    }
+}
+
 void WorkspaceStore::clean() {
     if (isBusy() || selected().empty()) {
         return;

@@ -209,7 +209,9 @@ TEST_F(StoragePageTest, longFailureMakesItsRowHigherInsteadOfBeingCut) {
 TEST_F(StoragePageTest, savedFoldersComeBackWithTheirButton) {
     fill();
     open(WorkspacePage::storage);
-    EXPECT_FALSE(isEnabled(QStringLiteral("Use Saved Folders")));
+    click(QStringLiteral("Use Saved Folders"));
+    ASSERT_EQ(fixture.alerts.alerts.size(), 1U);
+    EXPECT_EQ(fixture.alerts.alerts.front().messageText, "No saved items to clean");
     click(QStringLiteral("Select Gradle Caches"));
     click(QStringLiteral("Save for Next Time"));
     click(QStringLiteral("Clear selection"));

@@ -131,6 +131,27 @@ TEST_F(WorkspaceStoreSelection, withoutASavedListThereIsNothingToRestore) {
     EXPECT_TRUE(fixture.store().selection.get().empty());
 }
 
+TEST_F(WorkspaceStoreSelection, usingSavedFoldersWithoutASavedListSaysSoAndKeepsTheSelection) {
+    fixture.scan();
+    fixture.store().setSelected(gradle, true);
+    fixture.store().useSavedFolders();
+    ASSERT_EQ(fixture.alerts.alerts.size(), 1U);
+    EXPECT_EQ(fixture.alerts.alerts.front().messageText, "No saved items to clean");
+    EXPECT_EQ(fixture.store().selection.get(), std::set<std::string>{gradle});
+}
+
+TEST_F(WorkspaceStoreSelection, usingSavedFoldersThatAreAllExcludedSaysThatNothingIsLeft) {
+    fixture.scan();
+    fixture.store().setSelected(gradle, true);
+    fixture.store().saveSelection();
+    fixture.store().useSavedFolders();
+    EXPECT_TRUE(fixture.alerts.alerts.empty());
+    fixture.store().toggleExclusion(target(gradle));
+    fixture.store().useSavedFolders();
+    EXPECT_EQ(fixture.alerts.alerts.size(), 1U);
+    EXPECT_TRUE(fixture.store().selected().empty());
+}
+
 TEST_F(WorkspaceStoreSelection, settingsThatCannotBeSavedHoldForTheSessionAndSaySo) {
     const std::string unsaved = "This setting works for this session, but couldn't be saved.";
     fixture.scan();
