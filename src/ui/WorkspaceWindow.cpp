@@ -74,7 +74,12 @@ WorkspaceWindow::WorkspaceWindow(WorkspaceStore& store, WindowMemory memory, QWi
     m_sidebar->setPage(store.page.get());
 }
 
-WorkspaceWindow::~WorkspaceWindow() = default;
+WorkspaceWindow::~WorkspaceWindow() {
+    // The program may end without the window having been closed.
+    if (isVisible()) {
+        saveFrame();
+    }
+}
 
 void WorkspaceWindow::restoreFrame() {
     const auto kept = m_memory.load ? m_memory.load() : std::nullopt;
@@ -83,6 +88,14 @@ void WorkspaceWindow::restoreFrame() {
         setGeometry(onScreen(QRect(frame.topLeft(), frame.size().expandedTo(minimumSize()))));
     } else {
         resize(onScreen(QRect(QPoint(0, 0), initialSize)).size());
+    }
+}
+
+void WorkspaceWindow::saveFrame() {
+    if (m_memory.save) {
+        const QRect frame = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
+        m_memory.save({static_cast<double>(frame.x()), static_cast<double>(frame.y()),
+                       static_cast<double>(frame.width()), static_cast<double>(frame.height())});
     }
 }
 
@@ -126,11 +139,7 @@ void WorkspaceWindow::showEvent(QShowEvent* event) {
 }
 
 void WorkspaceWindow::closeEvent(QCloseEvent* event) {
-    if (m_memory.save) {
-        const QRect frame = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
-        m_memory.save({static_cast<double>(frame.x()), static_cast<double>(frame.y()),
-                       static_cast<double>(frame.width()), static_cast<double>(frame.height())});
-    }
+    saveFrame();
     event->accept();
     hide();
     Q_EMIT closed();

@@ -45,6 +45,7 @@ protected:
 
 private:
     void restoreFrame();
+    void saveFrame();
     void showPage();
     [[nodiscard]] QWidget* makePage(WorkspacePage page);
 

@@ -42,6 +42,9 @@ protected:
         QApplication::processEvents();
     }
 
+    /// The program ends; whether the window is open then is its own matter.
+    void end() { m_window.reset(); }
+
     /// Every visible piece of the window that a screen reader meets.
     [[nodiscard]] std::vector<Seen> seen() {
         std::vector<Seen> result;

@@ -99,6 +99,15 @@ TEST_F(WorkspaceWindowTest, closingHidesTheWindowKeepsItsFrameAndTells) {
     EXPECT_TRUE(window().isVisible());
 }
 
+TEST_F(WorkspaceWindowTest, frameOfAWindowStillOpenIsKeptWhenTheProgramEnds) {
+    open(WorkspacePage::overview);
+    window().resize(910, 650);
+    end();
+    ASSERT_TRUE(kept.has_value());
+    EXPECT_EQ(kept->at(2), 910);
+    EXPECT_EQ(kept->at(3), 650);
+}
+
 TEST_F(WorkspaceWindowTest, frameOutsideOfTheScreenComesBackOntoIt) {
     kept = std::vector<double>{90'000, -4000, 900, 640};
     open(WorkspacePage::overview);
