@@ -104,6 +104,8 @@ void applyPalette() {
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role, colour(Colour::text3));
     }
+    // Styles draw a light copy beneath disabled menu text, which has to vanish in the menu's ground.
+    palette.setColor(QPalette::Disabled, QPalette::Light, colour(Colour::card));
     QApplication::setPalette(palette);
 }
 

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QImage>
+#include <QMenu>
 #include <QPalette>
+#include <algorithm>
 
 namespace kestrune {
 
@@ -18,6 +21,22 @@ TEST(Theme, everyTextReadsOnEveryGround) {
         }
         EXPECT_GE(Theme::contrast(Theme::colour(Colour::border), Theme::colour(Colour::card)), 3.0);
     }
+    Theme::setDark(false);
+}
+
+TEST(Theme, aDisabledMenuLineIsQuieterThanTheOthersInTheDarkToo) {
+    Theme::setDark(true);
+    QMenu menu;
+    menu.addAction(QStringLiteral("Kestrune"))->setEnabled(false);
+    const QImage picture = menu.grab().toImage();
+    int brightest = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            brightest = std::max(brightest, picture.pixelColor(x, y).lightness());
+        }
+    }
+    EXPECT_LE(brightest, Theme::colour(Colour::text3).lightness());
+    EXPECT_GT(brightest, Theme::colour(Colour::border).lightness());
     Theme::setDark(false);
 }
 
