@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxDirectoryWalker.h"
 #include "platform/linux/LinuxFileQueries.h"
 #include "platform/linux/LinuxProcessRunner.h"
@@ -21,7 +22,7 @@ struct RealCleaners {
 
     LinuxFileQueries fileQueries;
     LinuxDirectoryWalker directoryWalker;
-    LinuxTrash trash{absoluteVariable("XDG_DATA_HOME")};
+    LinuxTrash trash{LinuxAccount::dataHome()};
     LinuxProcessRunner processRunner;
     LinuxSystemTools systemTools;
     DevCleaners cleaners;

@@ -94,6 +94,13 @@ class Clean(Probe):
         answer = self.line("clean", str(self.home), ".gradle/caches", XDG_DATA_HOME=str(data))
         self.assertEqual(pathlib.Path(answer[3:]).parent, data / "Trash/files")
 
+    def test_a_data_home_behind_a_link_is_used(self):
+        self.cache(".gradle/caches")
+        link = self.home.parent / "linked"
+        link.symlink_to(self.home)
+        answer = self.line("clean", str(self.home), ".gradle/caches", XDG_DATA_HOME=str(link / "new/data"))
+        self.assertEqual(pathlib.Path(answer[3:]).parent, self.home / "new/data/Trash/files")
+
 
 class Measure(Probe):
     def test_the_size_is_what_the_files_occupy(self):

@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "platform/linux/LinuxFileQueries.h"
+
 namespace kestrune::LinuxAccount {
 
 namespace {
@@ -44,6 +46,11 @@ std::string homeDirectory() {
     }
     const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(home.c_str(), nullptr), &std::free);
     return resolved ? resolved.get() : home;
+}
+
+std::optional<std::string> dataHome() {
+    const std::string path = absoluteVariable("XDG_DATA_HOME");
+    return path.empty() ? std::nullopt : std::optional(LinuxFileQueries().resolvingLinks(path));
 }
 
 }  // namespace kestrune::LinuxAccount

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace kestrune::LinuxAccount {
@@ -10,5 +11,9 @@ namespace kestrune::LinuxAccount {
 
 /// The environment variable when it is set to an absolute path, as the base directory rules ask; else empty.
 [[nodiscard]] std::string absoluteVariable(const char* name);
+
+/// XDG_DATA_HOME when it is set to an absolute path. Links are resolved once, as those of the home are: a home that is
+/// reached through one must not cost the user its Trash, which refuses every link on the way.
+[[nodiscard]] std::optional<std::string> dataHome();
 
 }  // namespace kestrune::LinuxAccount

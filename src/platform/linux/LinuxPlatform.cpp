@@ -45,11 +45,6 @@ std::string configHome(const std::string& home) {
     return path.empty() ? home + "/.config" : path;
 }
 
-std::optional<std::string> dataHome() {
-    const std::string path = LinuxAccount::absoluteVariable("XDG_DATA_HOME");
-    return path.empty() ? std::nullopt : std::optional(path);
-}
-
 }  // namespace
 
 PlatformServices makePlatformServices() {
@@ -61,7 +56,7 @@ PlatformServices makePlatformServices() {
     services.volumeInfo = std::make_unique<LinuxVolumeInfo>();
     services.fileQueries = std::make_unique<LinuxFileQueries>();
     services.directoryWalker = std::make_unique<LinuxDirectoryWalker>();
-    services.trash = std::make_unique<LinuxTrash>(dataHome());
+    services.trash = std::make_unique<LinuxTrash>(LinuxAccount::dataHome());
     services.fileStore = std::make_unique<LinuxFileStore>();
     services.processRunner = std::make_unique<LinuxProcessRunner>();
     services.systemTools = std::make_unique<LinuxSystemTools>();
