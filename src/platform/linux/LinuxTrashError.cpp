@@ -27,6 +27,8 @@ constexpr std::array advices = {
     Advice{EPERM, "Operation not permitted", "Check the permissions of its folder and of the Trash, then try again."},
     Advice{EXDEV, "It lies on another disk than the Trash", "Move it with your file manager instead."},
     Advice{EINVAL, "Its disk can't move items safely", "Move it with your file manager instead."},
+    Advice{ENOSYS, "This system can't move items safely", "Move it with your file manager instead."},
+    Advice{ENOTSUP, "This system can't move items safely", "Move it with your file manager instead."},
     Advice{EMFILE, "Too many open files", "Restart Kestrune, then try again."},
     Advice{ENFILE, "Too many open files in system", "Close some apps, then try again."},
     Advice{ENOMEM, "Cannot allocate memory", "Close some apps, then try again."},
