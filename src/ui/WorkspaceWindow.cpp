@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStackedLayout>
+#include <QStyle>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -26,8 +27,9 @@ constexpr QSize initialSize{1040, 720};
 constexpr QSize smallestSize{880, 620};
 constexpr double farthest = 100'000;  // no screen reaches beyond; keeps a damaged record from overflowing
 
-// frame moved and shrunk into the screen that holds most of it, else into the first one.
-QRect onScreen(const QRect& frame) {
+// frame moved and shrunk into the screen that holds most of it, else into the first one. titleBar is the height that
+// the desktop adds above it.
+QRect onScreen(const QRect& frame, int titleBar) {
     const QScreen* screen = QGuiApplication::screenAt(frame.center());
     if (screen == nullptr) {
         screen = QGuiApplication::primaryScreen();
@@ -35,7 +37,7 @@ QRect onScreen(const QRect& frame) {
     if (screen == nullptr) {
         return frame;
     }
-    const QRect room = screen->availableGeometry();
+    const QRect room = screen->availableGeometry().adjusted(0, titleBar, 0, 0);
     QRect result(frame.topLeft(), frame.size().boundedTo(room.size()));
     result.moveLeft(std::clamp(result.left(), room.left(), room.right() + 1 - result.width()));
     result.moveTop(std::clamp(result.top(), room.top(), room.bottom() + 1 - result.height()));
@@ -82,12 +84,14 @@ WorkspaceWindow::~WorkspaceWindow() {
 }
 
 void WorkspaceWindow::restoreFrame() {
+    // Before the window is shown, only the style has an idea of it.
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
     const auto kept = m_memory.load ? m_memory.load() : std::nullopt;
     if (kept && isUsable(*kept)) {
         const QRect frame = QRectF(kept->at(0), kept->at(1), kept->at(2), kept->at(3)).toRect();
-        setGeometry(onScreen(QRect(frame.topLeft(), frame.size().expandedTo(minimumSize()))));
+        setGeometry(onScreen(QRect(frame.topLeft(), frame.size().expandedTo(minimumSize())), titleBar));
     } else {
-        resize(onScreen(QRect(QPoint(0, 0), initialSize)).size());
+        resize(onScreen(QRect(QPoint(0, 0), initialSize), titleBar).size());
     }
 }
 

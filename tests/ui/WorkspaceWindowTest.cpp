@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStyle>
 #include <map>
 #include <set>
 
@@ -113,6 +114,14 @@ TEST_F(WorkspaceWindowTest, frameOutsideOfTheScreenComesBackOntoIt) {
     open(WorkspacePage::overview);
     EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().intersects(window().geometry()));
     EXPECT_GE(window().y(), 0);
+}
+
+TEST_F(WorkspaceWindowTest, frameLargerThanTheScreenLeavesRoomForItsTitleBar) {
+    kept = std::vector<double>{0, 0, 5000, 5000};
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    const int titleBar = window().style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window());
+    ASSERT_GT(titleBar, 0);
+    EXPECT_EQ(window().geometry(), room.adjusted(0, titleBar, 0, 0));
 }
 
 TEST_F(WorkspaceWindowTest, damagedFrameIsLeftAside) {
