@@ -24,7 +24,8 @@ QString sentence(WorkspacePage page) {
                 "app.");
         case WorkspacePage::automation:
             return QStringLiteral(
-                "This page comes with a later version of Kestrune. The daily review can be turned on in the menu.");
+                "This page comes with a later version of Kestrune. Until then, turn on Daily Scan Reminders in "
+                "the menu.");
         default:
             return QStringLiteral("This page isn’t built yet. It comes with a later version of Kestrune.");
     }
