@@ -141,7 +141,7 @@ void AppDelegate::exitWhenIdle() {
     }
 }
 
-void AppDelegate::applicationShouldHandleReopen() {
+void AppDelegate::applicationShouldHandleReopen() const {
     m_parts.showWindow();
 }
 

@@ -53,7 +53,7 @@ public:
     void terminateAfterCurrentItem();
 
     /// The program was started again while it runs.
-    void applicationShouldHandleReopen();
+    void applicationShouldHandleReopen() const;
 
     /// The workspace window was closed. Without a status item nothing of the program is left to see, so closing the
     /// window then means to quit.

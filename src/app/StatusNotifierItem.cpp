@@ -77,7 +77,7 @@ TrayPixmap pixmap(const QImage& picture) {
     result.bytes.reserve(image.width() * image.height() * 4);
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            const quint32 pixel = qToBigEndian<quint32>(image.pixel(x, y));
+            const auto pixel = qToBigEndian<quint32>(image.pixel(x, y));
             result.bytes.append(reinterpret_cast<const char*>(&pixel), sizeof pixel);
         }
     }

@@ -23,7 +23,7 @@ bool panelShowsMenu() {
 
 }  // namespace
 
-TrayItem::TrayItem(QDBusConnection connection, Handlers handlers)
+TrayItem::TrayItem(const QDBusConnection& connection, Handlers handlers)
     : m_handlers(std::move(handlers)),
       m_popup(m_handlers.perform),
       m_menu(connection, m_model.items(), {m_handlers.perform, m_handlers.menuWillOpen}),

@@ -23,7 +23,7 @@ public:
         std::function<void()> unavailable;  ///< there is no panel to show the item in
     };
 
-    explicit TrayItem(QDBusConnection connection, Handlers handlers);
+    TrayItem(const QDBusConnection& connection, Handlers handlers);
 
     /// Shows the item as soon as there is something to show it in. After the first update.
     void start();

@@ -78,6 +78,8 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
     Q_UNUSED(installed)
     Theme::start();
     setWindowTitle(QStringLiteral("Kestrune"));
+    // A minimised question would leave a window behind that answers nothing.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setAccessibleName(shown(alert.messageText));
     setAccessibleDescription(paragraphs(alert.informativeText()));
     const int side = Metrics::px(padding);

@@ -48,7 +48,7 @@ QPixmap pixmap(const QString& name, const QColor& colour, int size, double ratio
     if (const QPixmap* known = cache.object(key)) {
         return *known;
     }
-    const QPixmap made = rendered(name, colour, size, ratio);
+    QPixmap made = rendered(name, colour, size, ratio);
     cache.insert(key, new QPixmap(made), made.width() * made.height());
     return made;
 }

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
@@ -19,11 +20,11 @@ constexpr int columnGap = 12;
 
 }  // namespace
 
-NavigationRow::NavigationRow(const QString& symbol, const QString& title, const QString& detail, QWidget* parent)
-    : ListRow(parent), m_symbol(symbol), m_title(title), m_detail(detail) {
+NavigationRow::NavigationRow(QString symbol, QString title, QString detail, QWidget* parent)
+    : ListRow(parent), m_symbol(std::move(symbol)), m_title(std::move(title)), m_detail(std::move(detail)) {
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(title);
-    setAccessibleDescription(detail);
+    setAccessibleName(m_title);
+    setAccessibleDescription(m_detail);
 }
 
 int NavigationRow::heightFor(int /*width*/) const {

@@ -9,7 +9,7 @@ class NavigationRow final : public ListRow {
     Q_OBJECT
 
 public:
-    NavigationRow(const QString& symbol, const QString& title, const QString& detail, QWidget* parent = nullptr);
+    NavigationRow(QString symbol, QString title, QString detail, QWidget* parent = nullptr);
 
     [[nodiscard]] int heightFor(int width) const override;
     [[nodiscard]] QList<QWidget*> focusStops() const override;

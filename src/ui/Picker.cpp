@@ -3,17 +3,18 @@
 #include <QActionGroup>
 #include <QKeyEvent>
 #include <algorithm>
+#include <utility>
 
 #include "ui/UiText.h"
 
 namespace kestrune {
 
-Picker::Picker(const QString& spokenName, const QStringList& choices, QWidget* parent)
-    : Button(Kind::secondary, QString(), parent), m_spokenName(spokenName), m_choices(choices) {
+Picker::Picker(QString spokenName, QStringList choices, QWidget* parent)
+    : Button(Kind::secondary, QString(), parent), m_spokenName(std::move(spokenName)), m_choices(std::move(choices)) {
     setTrailingSymbol(QStringLiteral("chevron.down"));
     auto* group = new QActionGroup(&m_menu);
-    for (int index = 0; index < choices.size(); ++index) {
-        QAction* action = m_menu.addAction(withoutMnemonic(choices.at(index)));
+    for (int index = 0; index < m_choices.size(); ++index) {
+        QAction* action = m_menu.addAction(withoutMnemonic(m_choices.at(index)));
         action->setCheckable(true);
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, index] { choose(index); });

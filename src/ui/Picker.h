@@ -13,7 +13,7 @@ class Picker final : public Button {
 
 public:
     /// spokenName says what is chosen; a screen reader reads it together with the choice.
-    Picker(const QString& spokenName, const QStringList& choices, QWidget* parent = nullptr);
+    Picker(QString spokenName, QStringList choices, QWidget* parent = nullptr);
 
     [[nodiscard]] int choice() const { return m_choice; }
 

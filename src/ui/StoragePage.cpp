@@ -165,7 +165,7 @@ StorageRow* StoragePage::rowFor(const CleanTarget& target) {
     StorageRow*& row = m_rows[target.id()];
     if (row == nullptr) {
         row = new StorageRow(target, m_list);
-        const std::string id = target.id();
+        const std::string& id = target.id();
         connect(row, &StorageRow::selectionWanted, this, [this, id](bool on) { store().setSelected(id, on); });
         connect(row, &StorageRow::revealWanted, this, [this, id] { store().reveal(id); });
         connect(row, &StorageRow::exclusionWanted, this, [this, row] { store().toggleExclusion(row->state().target); });

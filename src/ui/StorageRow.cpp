@@ -6,7 +6,6 @@
 
 #include "ui/Button.h"
 #include "ui/CheckBox.h"
-#include "ui/Chip.h"
 #include "ui/Icons.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
@@ -25,6 +24,16 @@ constexpr int sizeWidth = 76;
 constexpr int barFrom = 700;       // width of a row that has room for the bar
 constexpr int smallestName = 150;  // below it the buttons go to a line of their own
 constexpr int lastButtonSmallest = 60;
+constexpr int chipGap = 8;
+
+/// Of all chips, each with the gap before it.
+int widthOf(const QList<Chip>& chips) {
+    int width = 0;
+    for (const Chip& chip : chips) {
+        width += chipGap + chip.width();
+    }
+    return width;
+}
 
 }  // namespace
 
@@ -65,11 +74,15 @@ QList<QWidget*> StorageRow::focusStops() const {
     return {m_check, m_reveal, m_exclude};
 }
 
-QString StorageRow::chipText() const {
-    if (m_state.excluded) {
-        return QStringLiteral("Excluded");
+QList<Chip> StorageRow::chips() const {
+    QList<Chip> chips;
+    if (m_state.target.requiresReview()) {
+        chips.append({Chip::Kind::warning, QStringLiteral("Review carefully")});
     }
-    return m_state.target.requiresReview() ? QStringLiteral("Review carefully") : QString();
+    if (m_state.excluded) {
+        chips.append({Chip::Kind::muted, QStringLiteral("Excluded")});
+    }
+    return chips;
 }
 
 void StorageRow::setState(const StorageRowState& state) {
@@ -187,11 +200,14 @@ void StorageRow::paintRow(QPainter& painter) {
     int top = (place.firstHeight - titleLine - details * detailLine) / 2;
     int titleRoom = place.nameRight - place.nameLeft;
     const QString title = shown(m_state.target.title);
-    const QString chipLabel = chipText();
-    if (!chipLabel.isEmpty()) {
-        const Chip chip{m_state.excluded ? Chip::Kind::muted : Chip::Kind::warning, chipLabel};
-        titleRoom = std::min(titleRoom - chip.width() - 8, Metrics::width(FontRole::rowTitle, title));
-        chip.draw(painter, place.nameLeft + titleRoom + 8, top, titleLine);
+    const QList<Chip> shownChips = chips();
+    if (!shownChips.isEmpty()) {
+        titleRoom = std::min(titleRoom - widthOf(shownChips), Metrics::width(FontRole::rowTitle, title));
+    }
+    int chipLeft = place.nameLeft + titleRoom + chipGap;
+    for (const Chip& chip : shownChips) {
+        chip.draw(painter, chipLeft, top, titleLine);
+        chipLeft += chip.width() + chipGap;
     }
     Paint::text(painter, QRect(place.nameLeft, top, titleRoom, titleLine), FontRole::rowTitle,
                 Theme::colour(Colour::text1), title);
@@ -226,10 +242,9 @@ QString StorageRow::toolTipAt(const QPoint& at) const {
     const int room = place.nameRight - place.nameLeft;
     const bool upper = at.y() < place.firstHeight / 2;
     const QString title = shown(m_state.target.title);
-    const QString chipLabel = chipText();
-    const int chip = chipLabel.isEmpty() ? 0 : Chip{Chip::Kind::warning, chipLabel}.width() + 8;
     if (upper) {
-        return Metrics::width(FontRole::rowTitle, title) + chip > room ? title : shown(m_state.target.subtitle);
+        return Metrics::width(FontRole::rowTitle, title) + widthOf(chips()) > room ? title
+                                                                                   : shown(m_state.target.subtitle);
     }
     const bool pathHidden = !m_state.failure.isEmpty() || Metrics::width(FontRole::detail, m_state.path) > room;
     return pathHidden ? m_state.path : QString();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QList>
+
 #include "storage/CleanTarget.h"
+#include "ui/Chip.h"
 #include "ui/ListRow.h"
 
 namespace kestrune {
@@ -54,7 +57,7 @@ private:
     struct Columns;
 
     [[nodiscard]] Columns columns(int width) const;
-    [[nodiscard]] QString chipText() const;
+    [[nodiscard]] QList<Chip> chips() const;
     void arrangeControls();
     void speak();
 

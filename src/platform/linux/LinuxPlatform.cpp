@@ -32,9 +32,10 @@ std::optional<std::string> testSuite() {
         return std::nullopt;
     }
     if (!LinuxPreferences::isPlainName(name)) {
-        std::fprintf(stderr,
-                     "kestrune: KESTRUNE_TEST_SUITE is not the plain name of a preference suite. Use letters, digits, "
-                     "\".\", \"-\" and \"_\", or unset it.\n");
+        static_cast<void>(std::fputs(
+            "kestrune: KESTRUNE_TEST_SUITE is not the plain name of a preference suite. Use letters, digits, "
+            "\".\", \"-\" and \"_\", or unset it.\n",
+            stderr));
         std::exit(EXIT_FAILURE);
     }
     return name;
