@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -46,7 +47,11 @@ void printMenu() {
 
 int main(int argc, char** argv) {
     openStandardDescriptors();
+    // A write that fails is an error to report, not an end.
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    // A mask that takes the owner's own rights would leave a Trash and settings behind that nobody can open.
+    umask(S_IRWXG | S_IRWXO);
     if (hasArgument(argc, argv, "--dump-menu")) {
         printMenu();
         return 0;

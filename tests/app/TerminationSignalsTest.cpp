@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
 
 namespace kestrune {
@@ -18,6 +19,16 @@ TEST(TerminationSignals, eachSignalReachesTheEventLoop) {
         ++expected;
         EXPECT_TRUE(QTest::qWaitFor([&] { return calls == expected; }));
     }
+}
+
+TEST(TerminationSignals, theInterruptedCodeKeepsItsError) {
+    constexpr int moreThanAPipeHolds = 70'000;
+    const TerminationSignals signals([] {});
+    errno = ENOENT;
+    for (int i = 0; i < moreThanAPipeHolds; ++i) {
+        std::raise(SIGTERM);
+    }
+    EXPECT_EQ(errno, ENOENT);
 }
 
 TEST(TerminationSignals, theOldDispositionReturnsWithItsEnd) {

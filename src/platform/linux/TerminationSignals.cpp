@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <utility>
 
@@ -16,9 +17,12 @@ constexpr std::array signals{SIGTERM, SIGINT, SIGHUP};
 volatile std::sig_atomic_t writeEnd = -1;
 
 void handle(int) {
+    // The interrupted code may be about to look at the error of its own call.
+    const int interruptedError = errno;
     const char byte = 1;
     // A full pipe already holds what there is to tell.
     [[maybe_unused]] const ssize_t written = write(writeEnd, &byte, 1);
+    errno = interruptedError;
 }
 
 void setHandlers(void (*handler)(int)) {
