@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <vector>
 
 namespace kestrune {
 
@@ -174,9 +175,10 @@ TEST(MainMenu, hasFourTopLevelItemsWithTheirCommands) {
 
 TEST(MainMenu, keysAreTheOnesOfTheMenu) {
     const std::array<std::string, 4> expected{"q", "zxcva", "plsn-e", "odbik,u"};
+    const std::vector<MenuItem> menus = mainMenu();
     for (std::size_t place = 0; place < expected.size(); ++place) {
         std::string keys;
-        for (const MenuItem& item : mainMenu()[place].submenu) {
+        for (const MenuItem& item : menus.at(place).submenu) {
             keys += item.key.empty() ? "-" : item.key;
         }
         EXPECT_EQ(keys, expected[place]);
