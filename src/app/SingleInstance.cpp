@@ -5,7 +5,6 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QTimer>
 #include <QVariantMap>
 
 #include <utility>
@@ -87,7 +86,7 @@ bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConne
     if (message.interface() != applicationInterface || message.member() != QLatin1String("Activate")) {
         return false;
     }
-    QTimer::singleShot(0, this, m_reopen);
+    QMetaObject::invokeMethod(this, m_reopen, Qt::QueuedConnection);
     return connection.send(message.createReply());
 }
 

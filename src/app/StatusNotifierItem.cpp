@@ -7,7 +7,6 @@
 #include <QDBusVariant>
 #include <QImage>
 #include <QList>
-#include <QTimer>
 #include <QtEndian>
 
 #include <utility>
@@ -200,9 +199,9 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message, const QDBusC
     }
     const QString member = message.member();
     if (member == QLatin1String("Activate") || member == QLatin1String("ContextMenu")) {
-        QTimer::singleShot(0, this, m_handlers.activate);
+        QMetaObject::invokeMethod(this, m_handlers.activate, Qt::QueuedConnection);
     } else if (member == QLatin1String("SecondaryActivate")) {
-        QTimer::singleShot(0, this, m_handlers.secondaryActivate);
+        QMetaObject::invokeMethod(this, m_handlers.secondaryActivate, Qt::QueuedConnection);
     } else if (member != QLatin1String("Scroll") && member != QLatin1String("ProvideXdgActivationToken")) {
         return false;
     }

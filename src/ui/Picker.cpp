@@ -1,6 +1,5 @@
 #include "ui/Picker.h"
 
-#include <QActionGroup>
 #include <QKeyEvent>
 #include <algorithm>
 #include <utility>
@@ -12,11 +11,10 @@ namespace kestrune {
 Picker::Picker(QString spokenName, QStringList choices, QWidget* parent)
     : Button(Kind::secondary, QString(), parent), m_spokenName(std::move(spokenName)), m_choices(std::move(choices)) {
     setTrailingSymbol(QStringLiteral("chevron.down"));
-    auto* group = new QActionGroup(&m_menu);
     for (int index = 0; index < m_choices.size(); ++index) {
         QAction* action = m_menu.addAction(withoutMnemonic(m_choices.at(index)));
         action->setCheckable(true);
-        group->addAction(action);
+        m_group.addAction(action);
         connect(action, &QAction::triggered, this, [this, index] { choose(index); });
     }
     connect(this, &Button::clicked, this, &Picker::open);

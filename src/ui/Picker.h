@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QActionGroup>
 #include <QMenu>
 #include <QStringList>
 
@@ -34,6 +35,7 @@ private:
     QStringList m_choices;
     int m_choice = -1;
     QMenu m_menu;
+    QActionGroup m_group{&m_menu};
 };
 
 }  // namespace kestrune
