@@ -86,7 +86,8 @@ bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConne
     if (message.interface() != applicationInterface || message.member() != QLatin1String("Activate")) {
         return false;
     }
-    QMetaObject::invokeMethod(this, m_reopen, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { m_reopen(); }, Qt::QueuedConnection);
     return connection.send(message.createReply());
 }
 

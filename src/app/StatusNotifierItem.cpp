@@ -199,9 +199,11 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message, const QDBusC
     }
     const QString member = message.member();
     if (member == QLatin1String("Activate") || member == QLatin1String("ContextMenu")) {
-        QMetaObject::invokeMethod(this, m_handlers.activate, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { m_handlers.activate(); }, Qt::QueuedConnection);
     } else if (member == QLatin1String("SecondaryActivate")) {
-        QMetaObject::invokeMethod(this, m_handlers.secondaryActivate, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { m_handlers.secondaryActivate(); }, Qt::QueuedConnection);
     } else if (member != QLatin1String("Scroll") && member != QLatin1String("ProvideXdgActivationToken")) {
         return false;
     }
