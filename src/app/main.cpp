@@ -51,7 +51,8 @@ int main(int argc, char** argv) {
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     // A mask that takes the owner's own rights would leave a Trash and settings behind that nobody can open.
-    umask(S_IRWXG | S_IRWXO);
+    // What it takes from others stays: a file manager started from here inherits it.
+    umask(umask(0) & ~static_cast<mode_t>(S_IRWXU));
     if (hasArgument(argc, argv, "--dump-menu")) {
         printMenu();
         return 0;

@@ -33,12 +33,12 @@ def home(tmp_path):
 
 @pytest.fixture
 def start(request, home):
-    """start(*arguments, home=…, environment=…) starts the program; it ends with the test."""
+    """start(*arguments, home=…, environment=…, umask=…) starts the program; it ends with the test."""
     request.node.programs = programs = []
     Notifications.forget()
 
-    def begin(*arguments, home=home, environment=None):
-        programs.append(Kestrune(home, *arguments, environment=environment))
+    def begin(*arguments, home=home, environment=None, umask=-1):
+        programs.append(Kestrune(home, *arguments, environment=environment, umask=umask))
         return programs[-1]
 
     yield begin

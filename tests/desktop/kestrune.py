@@ -25,12 +25,12 @@ CAUTION = ("Close the tools using these files first. Builds may need to rebuild 
 class Kestrune:
     """Starts the program for the person of home. A context manager: the program is gone at the end."""
 
-    def __init__(self, home, *arguments, environment=None, log=None):
+    def __init__(self, home, *arguments, environment=None, log=None, umask=-1):
         self.home = home
         self.log = Path(log or home.folder.parent / 'program.log')
         self._tray = self._windows = None
         with open(self.log, 'ab') as out:
-            self.process = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out,
+            self.process = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out, umask=umask,
                                             env={**os.environ, **home.environment, **(environment or {})})
 
     @property

@@ -1,5 +1,6 @@
 """What the program still knows after it was ended and started again."""
 import json
+from pathlib import Path
 
 from desk import frame_of, output, wait
 from home import CACHES
@@ -58,6 +59,16 @@ def test_the_reminder_stays_on(app, start, home):
     wait(lambda: home.preferences().get('kestrune_scan_reminders') is True, 'the stored setting')
     app.stop()
     assert start().tray.line(REMINDERS).checked
+
+
+def test_a_mask_that_takes_the_owners_rights_costs_no_setting_and_the_rest_of_it_stays(start, home):
+    app = start(umask=0o725)
+    app.tray.click(REMINDERS)
+    wait(lambda: home.preferences().get('kestrune_scan_reminders') is True, 'the stored setting')
+    assert home.preferences_file.stat().st_mode & 0o777 == 0o600
+    assert home.preferences_file.parent.stat().st_mode & 0o777 == 0o700
+    status = Path(f'/proc/{app.process.pid}/status').read_text()
+    assert 'Umask:\t0025\n' in status
 
 
 def test_the_activity_is_still_there(app, start):
