@@ -13,11 +13,14 @@
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessRunner.h"
-#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxVolumeInfo.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePreferences.h"
+#include "tests/fakes/FakeRunningApplications.h"
+#include "tests/fakes/FakeTrash.h"
+#include "tests/fakes/ManualQueues.h"
 
 namespace {
 
@@ -38,7 +41,11 @@ private:
     FakePreferences m_preferences;
     FakeNotificationCenter m_center;
     SystemClock m_clock;
-    SystemEngine m_engine{{m_host, m_power, m_volumes, m_runner, m_tools, m_preferences, m_center, m_clock}};
+    ManualMainQueue m_mainQueue;
+    FakeRunningApplications m_applications;
+    FakeTrash m_trash;
+    SystemEngine m_engine{{m_host, m_power, m_volumes, m_runner, m_tools, m_preferences, m_center, m_clock, m_mainQueue,
+                           m_applications, m_trash, "/root", 1}};
 };
 
 // A laptop's power supplies as plain files, for machines that have none.
@@ -115,10 +122,10 @@ void batteryOnALaptop(benchmark::State& state) {
     }
 }
 
-void runningApplications(benchmark::State& state) {
-    LinuxRunningApplications applications("/proc", LinuxRunningApplications::standardApplicationFolders("/root"));
+void runningPrograms(benchmark::State& state) {
+    LinuxRunningPrograms applications("/proc", LinuxRunningPrograms::standardApplicationFolders("/root"));
     for ([[maybe_unused]] auto _ : state) {
-        benchmark::DoNotOptimize(applications.runningApplications());
+        benchmark::DoNotOptimize(applications.names());
     }
 }
 
@@ -138,7 +145,7 @@ BENCHMARK(figure<&SystemEngine::networkCounters>)->Name("network")->Unit(benchma
 BENCHMARK(figure<&SystemEngine::battery>)->Name("battery")->Unit(benchmark::kMicrosecond);
 BENCHMARK(batteryOnALaptop)->Unit(benchmark::kMicrosecond);
 BENCHMARK(figure<&SystemEngine::getUptimeString>)->Name("uptime")->Unit(benchmark::kMicrosecond);
-BENCHMARK(runningApplications)->Unit(benchmark::kMicrosecond);
+BENCHMARK(runningPrograms)->Unit(benchmark::kMicrosecond);
 BENCHMARK(runTool)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -26,7 +26,9 @@ const std::string frameKey = "KestruneWorkspace";
 Application::Application()
     : m_services(makePlatformServices()),
       m_engine({*m_services.hostStatistics, *m_services.powerSources, *m_services.volumeInfo, *m_services.processRunner,
-                *m_services.systemTools, *m_services.preferences, *m_services.notificationCenter, m_clock}),
+                *m_services.systemTools, *m_services.preferences, *m_services.notificationCenter, m_clock, m_mainQueue,
+                *m_services.runningApplications, *m_services.trash, m_services.homeDirectory,
+                m_services.processIdentifier}),
       m_cleaners(m_services.homeDirectory, {*m_services.fileQueries, *m_services.directoryWalker, *m_services.trash,
                                             *m_services.processRunner, *m_services.systemTools}),
       m_alerts([this] {
@@ -34,7 +36,8 @@ Application::Application()
           return visibleWindow();
       }),
       m_store({m_engine, m_cleaners, *m_services.preferences, *m_services.fileStore, *m_services.fileQueries,
-               *m_services.fileViewer, *m_services.runningApplications, *m_services.memoryPressure, m_alerts,
+               *m_services.fileViewer, *m_services.runningApplications, *m_services.runningPrograms,
+               *m_services.processListing, *m_services.processControl, *m_services.memoryPressure, m_alerts,
                m_mainQueue, m_clock,
                [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }}),
       m_tray(QDBusConnection::sessionBus(), {[this](MenuAction action) { m_delegate.perform(action); },

@@ -4,7 +4,6 @@
 
 #include "base/Text.h"
 #include "engine/MacTelemetry.h"
-#include "engine/PrivilegedCommand.h"
 #include "engine/TelemetryFormulas.h"
 
 namespace kestrune {
@@ -28,7 +27,7 @@ bool SystemEngine::runPrivileged(const std::string& path, const std::vector<std:
     if (runProc(path, args).status == 0) {
         return true;
     }
-    const ToolCommand prompt = m_parts.systemTools.runScript(PrivilegedCommand::administratorScript(path, args));
+    const ToolCommand prompt = m_parts.systemTools.withAdministratorRights({path, args});
     return runProc(prompt.executable, prompt.arguments).status == 0;
 }
 
@@ -77,6 +76,10 @@ std::optional<BatteryReading> SystemEngine::battery() {
 
 std::vector<std::string> SystemEngine::alwaysKeepApps() const {
     return m_parts.preferences.texts("alwaysKeepApps").value_or(Preferences::Texts{});
+}
+
+bool SystemEngine::setAlwaysKeepApps(const std::vector<std::string>& names) {
+    return m_parts.preferences.setTexts("alwaysKeepApps", names);
 }
 
 void SystemEngine::requestNotificationPermission() {

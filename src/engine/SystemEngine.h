@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -9,11 +10,14 @@
 #include "base/Clock.h"
 #include "engine/TelemetryRecords.h"
 #include "platform/HostStatistics.h"
+#include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PowerSources.h"
 #include "platform/Preferences.h"
 #include "platform/ProcessRunner.h"
+#include "platform/RunningApplications.h"
 #include "platform/SystemTools.h"
+#include "platform/Trash.h"
 #include "platform/VolumeInfo.h"
 
 namespace kestrune {
@@ -28,6 +32,11 @@ struct SystemEngineParts {
     Preferences& preferences;
     NotificationCenter& notificationCenter;
     const Clock& clock;
+    MainQueue& mainQueue;
+    RunningApplications& runningApplications;
+    Trash& trash;
+    std::string homeDirectory;
+    std::int32_t processIdentifier = 0;  ///< of this program
 };
 
 /// The machine's figures and the ways of acting on it. Queries never fail: what the system does not tell is zero or
@@ -74,10 +83,54 @@ public:
     [[nodiscard]] std::optional<NetworkCounters> networkCounters();
     [[nodiscard]] std::optional<BatteryReading> battery();
 
-    // Preferences and notifications.
+    // Applications and their protection.
 
-    /// The names the user never wants closed.
+    /// True for what must never be ended: a system process, this program, or a name the user keeps. Takes a name or
+    /// an executable's path; compares in lower case, so an entry of alwaysKeepApps with capitals matches nothing. Any
+    /// thread.
+    [[nodiscard]] bool isProtected(const std::string& nameOrPath) const;
+
+    /// The names the user never wants closed. Any thread.
     [[nodiscard]] std::vector<std::string> alwaysKeepApps() const;
+
+    /// False when the list could not be saved. Any thread.
+    bool setAlwaysKeepApps(const std::vector<std::string>& names);
+
+    /// The application the user works in, or worked in before turning to this program. Main thread.
+    [[nodiscard]] std::optional<RunningApplication> currentExternalApp();
+
+    /// Notes which application the user turned to; this program does not count. Main thread.
+    void trackAppActivation(const RunningApplication& application);
+
+    /// The limit largest processes of the machine: percent of memory and name up to its first space. Blocks.
+    [[nodiscard]] std::vector<TopProcess> getTopProcesses(std::size_t limit);
+
+    /// Of this program.
+    [[nodiscard]] std::int32_t processIdentifier() const { return m_parts.processIdentifier; }
+
+    // Closing applications: asks politely, and tells the outcome by notify(). Never ends what isProtected() or
+    // alwaysKeepApps() names. Main thread.
+
+    void killHeavyApps();
+    void killDevServers();
+    void keepFrontmostKillRest();
+    void killEverything();
+    void autoFreeMemory();
+    void deepClean();
+
+    // Maintenance: each runs fixed tools, waits for them and tells the outcome by notify(). Work queues only.
+
+    void purgeMemory();
+    std::int64_t freePurgeableDisk();  ///< bytes gained, never negative
+    void emptyTrash();
+    void flushDNS();
+    void restartFinder();
+    void toggleAnimations();
+    [[nodiscard]] bool reduceFX() const;
+    void setReduceFX(bool reduce);
+    std::int64_t clearUserCaches();  ///< nothing to do here: Storage does it; 0
+
+    // Notifications.
 
     /// Main thread. The answer is not used further.
     void requestNotificationPermission();

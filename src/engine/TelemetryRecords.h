@@ -51,6 +51,14 @@ struct NetworkRates {
     bool operator==(const NetworkRates&) const = default;
 };
 
+/// One of the processes that hold the most memory.
+struct TopProcess {
+    double mem = 0;  ///< percent of the machine's memory
+    std::string name;
+
+    bool operator==(const TopProcess&) const = default;
+};
+
 struct BatteryReading {
     int percent = 0;     ///< 0 to 100
     std::string source;  ///< "On power adapter" or "On battery"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -13,8 +14,11 @@
 #include "platform/NotificationCenter.h"
 #include "platform/PowerSources.h"
 #include "platform/Preferences.h"
+#include "platform/ProcessControl.h"
+#include "platform/ProcessListing.h"
 #include "platform/ProcessRunner.h"
 #include "platform/RunningApplications.h"
+#include "platform/RunningPrograms.h"
 #include "platform/SystemTools.h"
 #include "platform/Trash.h"
 #include "platform/VolumeInfo.h"
@@ -23,7 +27,8 @@ namespace kestrune {
 
 /// Everything the operating system provides. Members are never null.
 struct PlatformServices {
-    std::string homeDirectory;  ///< the account's home folder, its links resolved once
+    std::string homeDirectory;           ///< the account's home folder, its links resolved once
+    std::int32_t processIdentifier = 0;  ///< of this program
     std::unique_ptr<HostStatistics> hostStatistics;
     std::unique_ptr<PowerSources> powerSources;
     std::unique_ptr<VolumeInfo> volumeInfo;
@@ -34,6 +39,9 @@ struct PlatformServices {
     std::unique_ptr<ProcessRunner> processRunner;
     std::unique_ptr<SystemTools> systemTools;
     std::unique_ptr<RunningApplications> runningApplications;
+    std::unique_ptr<RunningPrograms> runningPrograms;
+    std::unique_ptr<ProcessListing> processListing;
+    std::unique_ptr<ProcessControl> processControl;
     std::unique_ptr<MemoryPressureSource> memoryPressure;
     std::unique_ptr<Preferences> preferences;
     std::unique_ptr<NotificationCenter> notificationCenter;

@@ -1,26 +1,69 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace kestrune {
 
-/// An application or tool of this user that runs now.
+/// Whether an application shows itself to the user.
+enum class ActivationPolicy {
+    regular,    ///< has windows of its own and a place among the desktop's applications
+    accessory,  ///< an agent, an applet, a panel
+};
+
+/// An application of this user as it was when the system was asked. processIdentifier and startTime together stay the
+/// same process for good; the number alone may be handed out again.
 struct RunningApplication {
-    std::string localizedName;  ///< as the desktop shows it ("IntelliJ IDEA"), else the program's name; never empty
+    std::int32_t processIdentifier = 0;
+    std::uint64_t startTime = 0;   ///< in the system's own unit; 0 where it does not say
+    std::string localizedName;     ///< as the desktop shows it; may be empty
+    std::string bundleIdentifier;  ///< "org.mozilla.firefox"; empty when it has none
+    std::string icon;              ///< absolute path of a picture (SVG or PNG); empty when it has none
+    ActivationPolicy activationPolicy = ActivationPolicy::accessory;
 
     bool operator==(const RunningApplication&) const = default;
 };
 
+/// The applications of this user and the polite way of ending them. Main thread.
 class RunningApplications {
 public:
+    using ActivationHandler = std::function<void(const RunningApplication&)>;
+
     RunningApplications() = default;
     RunningApplications(const RunningApplications&) = delete;
     RunningApplications& operator=(const RunningApplications&) = delete;
     virtual ~RunningApplications() = default;
 
-    /// Everything of this user that runs. Main thread.
+    /// All of them, in the desktop's order, each process once; this program too when it shows a window.
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() = 0;
+
+    /// The application in front, perhaps this program itself; nothing when there is none or the desktop hides it.
+    [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
+
+    /// The application with this process identifier now.
+    [[nodiscard]] virtual std::optional<RunningApplication> application(std::int32_t processIdentifier) = 0;
+
+    /// False on a desktop that does not tell which application is in front.
+    [[nodiscard]] virtual bool tellsFrontmost() = 0;
+
+    /// Calls handler each time another application comes to the front, once for each change, for as long as this
+    /// object lives. One handler at most; once.
+    virtual void observeActivation(ActivationHandler handler) = 0;
+
+    /// True once that very process has ended, whoever has its number now.
+    [[nodiscard]] virtual bool isTerminated(const RunningApplication& application) = 0;
+
+    /// Asks the application to quit the way its own close or quit command does, so that it can ask about unsaved work.
+    /// True when the request was delivered. False when the application has no such way or is not that process any
+    /// more: nothing else is tried then, and no signal is ever sent.
+    [[nodiscard]] virtual bool terminate(const RunningApplication& application) = 0;
+
+    /// Ends that very process at once, without asking it. True when it was told to end. False when it is another
+    /// process, user or program by now, and for identifiers below 2.
+    [[nodiscard]] virtual bool forceTerminate(const RunningApplication& application) = 0;
 };
 
 }  // namespace kestrune

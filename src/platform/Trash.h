@@ -59,6 +59,10 @@ public:
     [[nodiscard]] virtual std::optional<FileIdentity> identity(const std::string& home,
                                                                const std::string& relativePath) = 0;
 
+    /// Whether nothing lies in the Trash of the file system with the home folder; nothing when that cannot be seen.
+    /// Blocks; a work queue's thread.
+    [[nodiscard]] virtual std::optional<bool> isEmpty(const std::string& home) = 0;
+
     /// Moves one item to the Trash of the file system it lies on. Blocks; a work queue's thread.
     [[nodiscard]] virtual Result<TrashedItem, TrashError> moveToTrash(const TrashRequest& request) = 0;
 };

@@ -24,7 +24,10 @@
 #include "platform/MainQueue.h"
 #include "platform/MemoryPressureSource.h"
 #include "platform/Preferences.h"
+#include "platform/ProcessControl.h"
+#include "platform/ProcessListing.h"
 #include "platform/RunningApplications.h"
+#include "platform/RunningPrograms.h"
 #include "storage/DevCleaners.h"
 #include "workspace/ActivityEntry.h"
 #include "workspace/RunningItem.h"
@@ -51,6 +54,9 @@ struct WorkspaceStoreParts {
     FileQueries& fileQueries;
     FileViewer& fileViewer;
     RunningApplications& runningApplications;
+    RunningPrograms& runningPrograms;
+    ProcessListing& processListing;
+    ProcessControl& processControl;
     MemoryPressureSource& memoryPressure;
     AlertPresenter& alerts;
     MainQueue& mainQueue;
@@ -101,6 +107,7 @@ public:
     Published<DiskSummary> disk;
     Published<std::vector<TelemetrySample>> telemetryHistory;
     Published<std::vector<RunningItem>> running;
+    Published<bool> processesListed{false};  ///< running holds the result of a listing, perhaps an empty one
     Published<std::string> pressure{"Observing"};
     Published<bool> updateAvailable{false};
     Published<std::string> updateStatus{"Automatic checks run daily."};
@@ -166,6 +173,47 @@ public:
     /// The ids written by saveSelection; empty when there are none.
     [[nodiscard]] std::vector<std::string> savedSelection() const;
 
+    // Running apps, AI tools and ports.
+
+    /// Lists applications and developer processes anew into running, on the action queue. Nothing while a listing is
+    /// under way.
+    void refreshProcesses();
+
+    /// Whether a row is a local AI tool: by its name, or by the last part of its executable's path. Exact, but for the
+    /// case of letters.
+    [[nodiscard]] static bool isAIProcess(const std::string& name, const std::string& executable);
+
+    /// Endpoints by process from lsof's field output.
+    [[nodiscard]] static ListeningPorts listeningPorts(const std::string& output);
+
+    // Quitting and stopping. Each asks first, and never ends what is protected.
+
+    /// Asks item to quit, or ends it at once (force); a developer process gets a termination request either way.
+    void quitApp(const RunningItem& item, bool force);
+
+    /// Asks every other application to quit.
+    void quitOtherApps();
+
+    /// Whether "Quit Other Apps" may ask this application: regular, not this program, not protected.
+    [[nodiscard]] bool canQuitApplication(const std::string& name, std::int32_t pid, bool regular,
+                                          std::int32_t ownPID) const;
+
+    /// Whether item's name or executable is protected, by the engine's rules or because the user protected that very
+    /// name.
+    [[nodiscard]] bool isProtected(const RunningItem& item) const;
+
+    void toggleProtection(const RunningItem& item);
+    void removeProtection(const std::string& name);
+
+    /// Protects the application the user worked in before turning to this program.
+    void protectCurrentApp();
+
+    /// Clears cached memory with administrator rights.
+    void purgeMemoryWithReview();
+
+    /// False on a desktop that hides which application is in front: protectCurrentApp() then finds nothing.
+    [[nodiscard]] bool tellsFrontmost();
+
     // Activity.
 
     /// Puts entry at the front of the log and saves the log on the action queue.
@@ -218,6 +266,7 @@ private:
     std::optional<std::pair<NetworkCounters, Seconds>> m_previousNetwork;
     std::unique_ptr<Timer> m_monitorTimer;
     bool m_confirming = false;
+    bool m_processRefreshInFlight = false;
     std::shared_ptr<Cleanup> m_cleanup;  ///< while isCleaning
 
     // Last, so that they are joined first: jobs use everything above.

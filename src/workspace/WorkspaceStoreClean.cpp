@@ -130,11 +130,7 @@ void WorkspaceStore::clean() {
 }
 
 bool WorkspaceStore::refuseForRunningTools(const std::vector<CleanTarget>& chosen) {
-    std::vector<std::string> names;
-    for (const auto& application : m_parts.runningApplications.runningApplications()) {
-        names.push_back(application.localizedName);
-    }
-    const auto blockers = cleanupBlockers(chosen, names);
+    const auto blockers = cleanupBlockers(chosen, m_parts.runningPrograms.names());
     if (blockers.empty()) {
         return false;
     }

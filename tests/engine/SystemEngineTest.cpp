@@ -7,7 +7,9 @@
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
 #include "tests/fakes/FakeProcessRunner.h"
+#include "tests/fakes/FakeRunningApplications.h"
 #include "tests/fakes/FakeSystemTools.h"
+#include "tests/fakes/FakeTrash.h"
 #include "tests/fakes/FakeVolumeInfo.h"
 #include "tests/fakes/ManualQueues.h"
 
@@ -26,7 +28,11 @@ protected:
     FakePreferences preferences;
     FakeNotificationCenter center;
     ManualClock clock;
-    SystemEngineParts parts{host, power, volumes, runner, tools, preferences, center, clock};
+    ManualMainQueue mainQueue;
+    FakeRunningApplications applications;
+    FakeTrash trash;
+    SystemEngineParts parts{host,  power,     volumes,      runner, tools,        preferences, center,
+                            clock, mainQueue, applications, trash,  "/home/anna", 4711};
     SystemEngine engine{parts};
 };
 

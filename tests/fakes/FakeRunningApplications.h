@@ -1,10 +1,14 @@
 #pragma once
 
+#include <algorithm>
+#include <set>
+#include <utility>
+
 #include "platform/RunningApplications.h"
 
 namespace kestrune {
 
-/// The applications the test starts; none until then.
+/// The applications the test starts; none until then. They accept every request and go on running.
 class FakeRunningApplications final : public RunningApplications {
 public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() override {
@@ -12,8 +16,70 @@ public:
         return applications;
     }
 
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override {
+        return frontmost == 0 ? std::nullopt : application(frontmost);
+    }
+
+    [[nodiscard]] std::optional<RunningApplication> application(std::int32_t processIdentifier) override {
+        const auto found = std::find_if(applications.begin(), applications.end(), [&](const auto& application) {
+            return application.processIdentifier == processIdentifier;
+        });
+        return found == applications.end() ? std::nullopt : std::optional(*found);
+    }
+
+    [[nodiscard]] bool tellsFrontmost() override { return frontmostIsTold; }
+
+    void observeActivation(ActivationHandler handler) override { m_handler = std::move(handler); }
+
+    [[nodiscard]] bool isTerminated(const RunningApplication& application) override {
+        return std::find(applications.begin(), applications.end(), application) == applications.end();
+    }
+
+    [[nodiscard]] bool terminate(const RunningApplication& application) override {
+        asked.push_back(application.processIdentifier);
+        return !isTerminated(application) && !declining.contains(application.processIdentifier);
+    }
+
+    [[nodiscard]] bool forceTerminate(const RunningApplication& application) override {
+        forced.push_back(application.processIdentifier);
+        return !isTerminated(application) && !declining.contains(application.processIdentifier);
+    }
+
+    /// Starts a regular application and answers it.
+    RunningApplication& start(std::int32_t pid, std::string name, std::string bundleIdentifier = {}) {
+        applications.push_back({.processIdentifier = pid,
+                                .startTime = nextStartTime++,
+                                .localizedName = std::move(name),
+                                .bundleIdentifier = std::move(bundleIdentifier),
+                                .icon = {},
+                                .activationPolicy = ActivationPolicy::regular});
+        return applications.back();
+    }
+
+    /// Ends the application with this process identifier.
+    void end(std::int32_t pid) {
+        std::erase_if(applications, [&](const auto& application) { return application.processIdentifier == pid; });
+    }
+
+    /// Brings the application to the front, as the user does.
+    void activate(std::int32_t pid) {
+        frontmost = pid;
+        if (const auto activated = application(pid); activated && m_handler) {
+            m_handler(*activated);
+        }
+    }
+
     std::vector<RunningApplication> applications;
+    std::int32_t frontmost = 0;  ///< 0: none, or hidden by the desktop
+    bool frontmostIsTold = true;
+    std::set<std::int32_t> declining;  ///< do not accept a request
+    std::vector<std::int32_t> asked;   ///< to quit, in order
+    std::vector<std::int32_t> forced;
+    std::uint64_t nextStartTime = 1;
     int reads = 0;
+
+private:
+    ActivationHandler m_handler;
 };
 
 }  // namespace kestrune

@@ -20,6 +20,8 @@ public:
         return itemAt(home + "/" + relativePath);
     }
 
+    [[nodiscard]] std::optional<bool> isEmpty(const std::string& /*home*/) override { return empty; }
+
     [[nodiscard]] Result<TrashedItem, TrashError> moveToTrash(const TrashRequest& request) override {
         const std::string path = request.home + "/" + request.relativePath;
         requests.push_back(request);
@@ -49,6 +51,7 @@ public:
 
     std::map<std::string, TrashError> failures;  ///< by absolute path: what a move answers
     std::set<std::string> missing;               ///< absolute paths where nothing is
+    std::optional<bool> empty = true;            ///< what isEmpty answers
     bool tellsLocation = true;
     std::function<void(const TrashRequest&)> whileMoving;  ///< called inside moveToTrash, before it answers
 

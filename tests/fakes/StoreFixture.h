@@ -17,8 +17,11 @@
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
+#include "tests/fakes/FakeProcessControl.h"
+#include "tests/fakes/FakeProcessListing.h"
 #include "tests/fakes/FakeProcessRunner.h"
 #include "tests/fakes/FakeRunningApplications.h"
+#include "tests/fakes/FakeRunningPrograms.h"
 #include "tests/fakes/FakeSystemTools.h"
 #include "tests/fakes/FakeTrash.h"
 #include "tests/fakes/FakeVolumeInfo.h"
@@ -86,6 +89,8 @@ public:
         trash.missing.insert(pathOf(title));
     }
 
+    static constexpr std::int32_t ownProcess = 4711;
+
     const std::string home = "/home/anna";
     ManualMainQueue mainQueue;
     ManualClock clock;
@@ -102,10 +107,13 @@ public:
     FakeFileStore fileStore;
     FakeFileViewer fileViewer;
     FakeRunningApplications applications;
+    FakeRunningPrograms programs;
+    FakeProcessListing processes;
+    FakeProcessControl processControl;
     FakeMemoryPressureSource memoryPressure;
     FakeAlertPresenter alerts;
-    SystemEngine engine{
-        {hostStatistics, powerSources, volumes, processRunner, systemTools, preferences, notificationCenter, clock}};
+    SystemEngine engine{{hostStatistics, powerSources, volumes, processRunner, systemTools, preferences,
+                         notificationCenter, clock, mainQueue, applications, trash, home, ownProcess}};
     DevCleaners cleaners{home, {fileQueries, walker, trash, processRunner, systemTools}};
 
 private:
@@ -128,6 +136,9 @@ private:
                 fileQueries,
                 fileViewer,
                 applications,
+                programs,
+                processes,
+                processControl,
                 memoryPressure,
                 alerts,
                 mainQueue,

@@ -2,14 +2,16 @@
 
 #include <random>
 
-#include "engine/PrivilegedCommand.h"
 #include "engine/SystemEngine.h"
+#include "platform/PrivilegedCommand.h"
 #include "platform/linux/LinuxProcessRunner.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "tests/fakes/FakeHostStatistics.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
+#include "tests/fakes/FakeRunningApplications.h"
+#include "tests/fakes/FakeTrash.h"
 #include "tests/fakes/FakeVolumeInfo.h"
 #include "tests/fakes/ManualQueues.h"
 #include "tests/fakes/TemporaryFolder.h"
@@ -65,7 +67,11 @@ protected:
     FakePreferences preferences;
     FakeNotificationCenter center;
     ManualClock clock;
-    SystemEngine engine{SystemEngineParts{host, power, volumes, runner, tools, preferences, center, clock}};
+    ManualMainQueue mainQueue;
+    FakeRunningApplications applications;
+    FakeTrash trash;
+    SystemEngine engine{SystemEngineParts{host, power, volumes, runner, tools, preferences, center, clock, mainQueue,
+                                          applications, trash, "/home/anna", 4711}};
 };
 
 TEST_F(LinuxSystemEngineTest, invalidUtf8YieldsEmptyOutputButTheRealExitStatus) {
@@ -97,8 +103,6 @@ TEST(LinuxSystemTools, toolsHaveTheirAgreedPathsAndArguments) {
     EXPECT_EQ(tools.diskFree(), (ToolCommand{"/bin/df", {"-k", "/"}}));
     EXPECT_EQ(tools.deleteUnavailableSimulators(),
               (ToolCommand{"/usr/bin/xcrun", {"simctl", "delete", "unavailable"}}));
-    EXPECT_EQ(tools.runScript("do shell script \"x\""),
-              (ToolCommand{"/usr/bin/osascript", {"-e", "do shell script \"x\""}}));
 }
 
 }  // namespace

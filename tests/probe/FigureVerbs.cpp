@@ -7,6 +7,7 @@
 #include "engine/SystemEngine.h"
 #include "platform/PlatformServices.h"
 #include "platform/linux/LinuxProcessRunner.h"
+#include "tests/fakes/ManualQueues.h"
 #include "tests/probe/ProbeText.h"
 #include "tests/probe/Verbs.h"
 
@@ -60,9 +61,11 @@ int telemetry(const Arguments& arguments) {
     const QCoreApplication application(count, nullptr);
     const PlatformServices services = makePlatformServices();
     const SystemClock clock;
+    ManualMainQueue mainQueue;
     SystemEngine engine({*services.hostStatistics, *services.powerSources, *services.volumeInfo,
                          *services.processRunner, *services.systemTools, *services.preferences,
-                         *services.notificationCenter, clock});
+                         *services.notificationCenter, clock, mainQueue, *services.runningApplications, *services.trash,
+                         services.homeDirectory, services.processIdentifier});
     const Json figures{{"memory", memoryOf(engine.getMemorySummary())},
                        {"classes", classesOf(engine.getVMStat())},
                        {"cpu", engine.getCPULoadPercentage()},

@@ -252,7 +252,7 @@ TEST_F(WorkspaceStoreClean, withXcodeRunningItsCachesAreRefusedBeforeAnythingMov
     fixture.addCache("Xcode DerivedData", 9'000'000);
     fixture.scan();
     fixture.store().selectRecommended();
-    fixture.applications.applications = {{"Finder"}, {"Xcode"}, {"Simulator"}};
+    fixture.programs.running = {"Finder", "Xcode", "Simulator"};
     cleanToItsEnd();
     EXPECT_EQ(text(), "Close these apps before cleaning their files: Simulator, Xcode");
     ASSERT_EQ(fixture.alerts.alerts.size(), 1U);
@@ -268,7 +268,7 @@ TEST_F(WorkspaceStoreClean, aToolStartedWhileTheQuestionWasOpenIsRefusedToo) {
     fixture.addCache("Gradle Caches", 9'000'000);
     fixture.scan();
     fixture.store().selectRecommended();
-    fixture.alerts.whileOpen = [&] { fixture.applications.applications = {{"Android Studio"}}; };
+    fixture.alerts.whileOpen = [&] { fixture.programs.running = {"Android Studio"}; };
     cleanToItsEnd();
     EXPECT_EQ(text(), "Close these apps before cleaning their files: Android Studio");
     EXPECT_EQ(fixture.alerts.alerts.size(), 2U);

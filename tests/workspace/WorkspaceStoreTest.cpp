@@ -115,8 +115,9 @@ TEST(WorkspaceStore, itsEndWaitsForRealQueuesAndKeepsEveryRecord) {
     StoreFixture fixture;
     {
         WorkspaceStore store({fixture.engine, fixture.cleaners, fixture.preferences, fixture.fileStore,
-                              fixture.fileQueries, fixture.fileViewer, fixture.applications, fixture.memoryPressure,
-                              fixture.alerts, fixture.mainQueue, fixture.clock,
+                              fixture.fileQueries, fixture.fileViewer, fixture.applications, fixture.programs,
+                              fixture.processes, fixture.processControl, fixture.memoryPressure, fixture.alerts,
+                              fixture.mainQueue, fixture.clock,
                               [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }});
         for (int i = 0; i < 20; ++i) {
             store.record(entryTitled(std::to_string(i)));

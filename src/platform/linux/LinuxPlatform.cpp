@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -16,7 +18,7 @@
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxPreferences.h"
 #include "platform/linux/LinuxProcessRunner.h"
-#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxTrash.h"
 #include "platform/linux/LinuxVolumeInfo.h"
@@ -52,6 +54,7 @@ PlatformServices makePlatformServices() {
     const std::optional<std::string> suite = testSuite();
     PlatformServices services;
     services.homeDirectory = LinuxAccount::homeDirectory();
+    services.processIdentifier = ::getpid();
     services.hostStatistics = std::make_unique<LinuxHostStatistics>();
     services.powerSources = std::make_unique<LinuxPowerSources>();
     services.volumeInfo = std::make_unique<LinuxVolumeInfo>();
@@ -61,8 +64,8 @@ PlatformServices makePlatformServices() {
     services.fileStore = std::make_unique<LinuxFileStore>();
     services.processRunner = std::make_unique<LinuxProcessRunner>();
     services.systemTools = std::make_unique<LinuxSystemTools>();
-    services.runningApplications = std::make_unique<LinuxRunningApplications>(
-        "/proc", LinuxRunningApplications::standardApplicationFolders(services.homeDirectory));
+    services.runningPrograms = std::make_unique<LinuxRunningPrograms>(
+        "/proc", LinuxRunningPrograms::standardApplicationFolders(services.homeDirectory));
     services.memoryPressure = std::make_unique<LinuxMemoryPressure>();
     services.preferences = std::make_unique<LinuxPreferences>(
         LinuxPreferences::standardPath(configHome(services.homeDirectory), suite), *services.fileStore);

@@ -4,9 +4,8 @@
 
 namespace kestrune {
 
-/// The tools by the paths they have everywhere. A system that lacks one answers the run with "could not be started":
-/// without /usr/bin/osascript the second, privileged attempt of a command fails, and without /usr/bin/xcrun there are
-/// no simulators to delete.
+/// The tools by the paths they have on Linux desktops. One that a system lacks answers the run with "could not be
+/// started".
 class LinuxSystemTools final : public SystemTools {
 public:
     [[nodiscard]] ToolCommand diskFree() const override { return {"/bin/df", {"-k", "/"}}; }
@@ -15,8 +14,41 @@ public:
         return {"/usr/bin/xcrun", {"simctl", "delete", "unavailable"}};
     }
 
-    [[nodiscard]] ToolCommand runScript(const std::string& script) const override {
-        return {"/usr/bin/osascript", {"-e", script}};
+    /// polkit's question (pkexec(1)).
+    [[nodiscard]] ToolCommand withAdministratorRights(const ToolCommand& command) const override;
+
+    [[nodiscard]] ToolCommand topProcesses() const override {
+        return {"/bin/ps", {"-eo", "%mem,comm", "--sort=-pcpu"}};
+    }
+
+    [[nodiscard]] ToolCommand listeningSockets() const override {
+        return {"/usr/bin/lsof", {"-nP", "-iTCP", "-sTCP:LISTEN", "-Fpn"}};
+    }
+
+    /// The column "exe" is the executable's path: "comm" is a name of 15 bytes that any process can give itself.
+    [[nodiscard]] ToolCommand userProcesses() const override;
+
+    [[nodiscard]] ToolCommand processOwner(std::int32_t pid) const override {
+        return {"/bin/ps", {"-p", std::to_string(pid), "-o", "uid=,exe="}};
+    }
+
+    [[nodiscard]] ToolCommand purgeMemory() const override { return {"/usr/sbin/sysctl", {"-w", "vm.drop_caches=3"}}; }
+
+    [[nodiscard]] ToolCommand thinLocalSnapshots() const override {
+        return {"/usr/bin/snapper", {"cleanup", "number"}};
+    }
+
+    [[nodiscard]] ToolCommand emptyTrash() const override { return {"/usr/bin/gio", {"trash", "--empty"}}; }
+
+    [[nodiscard]] std::vector<ToolCommand> flushNameCache() const override {
+        return {{"/usr/bin/resolvectl", {"flush-caches"}}};
+    }
+
+    [[nodiscard]] ToolCommand restartFileManager() const override;
+
+    [[nodiscard]] std::vector<ToolCommand> reduceAnimations(bool reduce) const override {
+        return {{"/usr/bin/gsettings",
+                 {"set", "org.gnome.desktop.interface", "enable-animations", reduce ? "false" : "true"}}};
     }
 };
 

@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "platform/linux/LinuxMountTable.h"
 #include "platform/linux/LinuxPinnedItem.h"
 #include "platform/linux/LinuxTrashError.h"
@@ -31,6 +34,16 @@ std::optional<FileIdentity> LinuxTrash::identity(const std::string& home, const 
         return std::nullopt;
     }
     return item.status.identity;
+}
+
+std::optional<bool> LinuxTrash::isEmpty(const std::string& home) {
+    const std::string data = m_dataHome.empty() ? home + "/.local/share" : m_dataHome;
+    std::error_code error;
+    const bool empty = std::filesystem::is_empty(data + "/Trash/files", error);
+    if (error == std::errc::no_such_file_or_directory) {
+        return true;
+    }
+    return error ? std::nullopt : std::optional(empty);
 }
 
 Result<TrashedItem, TrashError> LinuxTrash::moveToTrash(const TrashRequest& request) {

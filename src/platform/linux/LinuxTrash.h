@@ -17,6 +17,7 @@ public:
 
     [[nodiscard]] std::optional<FileIdentity> identity(const std::string& home,
                                                        const std::string& relativePath) override;
+    [[nodiscard]] std::optional<bool> isEmpty(const std::string& home) override;
     [[nodiscard]] Result<TrashedItem, TrashError> moveToTrash(const TrashRequest& request) override;
 
 private:

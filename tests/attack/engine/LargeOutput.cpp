@@ -10,7 +10,9 @@
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
+#include "tests/fakes/FakeRunningApplications.h"
 #include "tests/fakes/FakeSystemTools.h"
+#include "tests/fakes/FakeTrash.h"
 #include "tests/fakes/FakeVolumeInfo.h"
 #include "tests/fakes/ManualQueues.h"
 
@@ -27,7 +29,11 @@ int main() {
     FakePreferences preferences;
     FakeNotificationCenter center;
     const ManualClock clock;
-    SystemEngine engine({host, power, volumes, runner, tools, preferences, center, clock});
+    ManualMainQueue mainQueue;
+    FakeRunningApplications applications;
+    FakeTrash trash;
+    SystemEngine engine({host, power, volumes, runner, tools, preferences, center, clock, mainQueue, applications,
+                         trash, "/home/anna", 4711});
 
     const auto start = std::chrono::steady_clock::now();
     const SystemEngine::CommandResult result =

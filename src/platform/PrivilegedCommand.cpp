@@ -1,4 +1,4 @@
-#include "engine/PrivilegedCommand.h"
+#include "platform/PrivilegedCommand.h"
 
 #include "base/Text.h"
 

@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/LinuxRunningPrograms.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -134,7 +134,7 @@ TEST_F(ApplicationNamesTest, comfyUIIsAScriptOfPython) {
 }
 
 // A tree in the shape of /proc, whose links lead nowhere.
-class LinuxRunningApplicationsTest : public testing::Test {
+class LinuxRunningProgramsTest : public testing::Test {
 protected:
     void addProcess(const std::string& number, const std::string& executable, const std::string& commandLine) const {
         fs::create_directories(proc.path(number));
@@ -142,20 +142,12 @@ protected:
         static_cast<void>(proc.write(number + "/cmdline", commandLine));
     }
 
-    [[nodiscard]] static std::vector<std::string> namesFrom(LinuxRunningApplications& applications) {
-        std::vector<std::string> names;
-        for (const RunningApplication& application : applications.runningApplications()) {
-            names.push_back(application.localizedName);
-        }
-        return names;
-    }
-
     TemporaryFolder proc;
     TemporaryFolder entries;
-    LinuxRunningApplications applications{proc.path(), {entries.path(), "/does/not/exist"}};
+    LinuxRunningPrograms applications{proc.path(), {entries.path(), "/does/not/exist"}};
 };
 
-TEST_F(LinuxRunningApplicationsTest, eachNameIsToldOnceAndThisProgramNot) {
+TEST_F(LinuxRunningProgramsTest, eachNameIsToldOnceAndThisProgramNot) {
     using namespace std::string_literals;
     static_cast<void>(entries.write("firefox.desktop", entryText("Firefox", "firefox %u")));
     addProcess("100", "/usr/lib/firefox/firefox", "/usr/lib/firefox/firefox\0"s);
@@ -164,32 +156,32 @@ TEST_F(LinuxRunningApplicationsTest, eachNameIsToldOnceAndThisProgramNot) {
     addProcess(std::to_string(::getpid()), "/usr/bin/kestrune", "kestrune\0"s);
     fs::create_directories(proc.path("sys"));
     fs::create_directories(proc.path("103"));
-    EXPECT_EQ(namesFrom(applications), (std::vector<std::string>{"Firefox", "ollama"}));
+    EXPECT_EQ(applications.names(), (std::vector<std::string>{"Firefox", "ollama"}));
 }
 
-TEST_F(LinuxRunningApplicationsTest, entriesAreReadAgainWhenTheirFolderChanges) {
+TEST_F(LinuxRunningProgramsTest, entriesAreReadAgainWhenTheirFolderChanges) {
     addProcess("100", "/opt/tool/tool", "");
-    EXPECT_EQ(namesFrom(applications), std::vector<std::string>{"tool"});
+    EXPECT_EQ(applications.names(), std::vector<std::string>{"tool"});
     static_cast<void>(entries.write("tool.desktop", entryText("The Tool", "tool")));
     static_cast<void>(entries.write("notes.txt", entryText("No Entry", "tool")));
-    EXPECT_EQ(namesFrom(applications), std::vector<std::string>{"The Tool"});
+    EXPECT_EQ(applications.names(), std::vector<std::string>{"The Tool"});
 }
 
-TEST_F(LinuxRunningApplicationsTest, interpreterIsJudgedByItsWorkingFolderToo) {
+TEST_F(LinuxRunningProgramsTest, interpreterIsJudgedByItsWorkingFolderToo) {
     using namespace std::string_literals;
     addProcess("100", "/usr/bin/python3.11", "python3\0main.py\0"s);
     fs::create_symlink("/home/u/ComfyUI", proc.path("100/cwd"));
-    EXPECT_EQ(namesFrom(applications), std::vector<std::string>{"ComfyUI"});
+    EXPECT_EQ(applications.names(), std::vector<std::string>{"ComfyUI"});
 }
 
-TEST_F(LinuxRunningApplicationsTest, systemWithoutProcHasNoApplications) {
-    LinuxRunningApplications none("/does/not/exist", {});
-    EXPECT_TRUE(none.runningApplications().empty());
+TEST_F(LinuxRunningProgramsTest, systemWithoutProcHasNoApplications) {
+    LinuxRunningPrograms none("/does/not/exist", {});
+    EXPECT_TRUE(none.names().empty());
 }
 
-TEST_F(LinuxRunningApplicationsTest, realProcessesAreFound) {
-    LinuxRunningApplications real("/proc", {});
-    const std::vector<std::string> names = namesFrom(real);
+TEST_F(LinuxRunningProgramsTest, realProcessesAreFound) {
+    LinuxRunningPrograms real("/proc", {});
+    const std::vector<std::string> names = real.names();
     // Whoever started this test, at least.
     EXPECT_FALSE(names.empty());
     for (const std::string& name : names) {
@@ -198,8 +190,8 @@ TEST_F(LinuxRunningApplicationsTest, realProcessesAreFound) {
     }
 }
 
-TEST_F(LinuxRunningApplicationsTest, usersOwnFolderComesFirst) {
-    const std::vector<std::string> folders = LinuxRunningApplications::standardApplicationFolders("/home/u");
+TEST_F(LinuxRunningProgramsTest, usersOwnFolderComesFirst) {
+    const std::vector<std::string> folders = LinuxRunningPrograms::standardApplicationFolders("/home/u");
     ASSERT_GE(folders.size(), 5U);
     EXPECT_NE(folders.front().find("/applications"), std::string::npos);
     EXPECT_EQ(folders.back(), "/var/lib/snapd/desktop/applications");

@@ -1,4 +1,4 @@
-#include "engine/PrivilegedCommand.h"
+#include "platform/PrivilegedCommand.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/RunningApplications.h"
+#include "platform/RunningPrograms.h"
 #include "platform/linux/ApplicationNames.h"
 
 namespace kestrune {
@@ -12,15 +12,15 @@ namespace kestrune {
 /// Applications and tools among this user's processes, by name, each name once; this program itself is left out. It
 /// looks at processes rather than windows, so it sees the same on every desktop, in a terminal and without a display.
 /// The .desktop files are read again when one of their folders changes. Main thread.
-class LinuxRunningApplications final : public RunningApplications {
+class LinuxRunningPrograms final : public RunningPrograms {
 public:
     /// applicationFolders holds the folders with .desktop files, the user's own first.
-    LinuxRunningApplications(std::string procRoot, std::vector<std::string> applicationFolders);
+    LinuxRunningPrograms(std::string procRoot, std::vector<std::string> applicationFolders);
 
     /// The folders of the XDG Base Directory Specification and of the package runners, for a home folder.
     [[nodiscard]] static std::vector<std::string> standardApplicationFolders(const std::string& home);
 
-    [[nodiscard]] std::vector<RunningApplication> runningApplications() override;
+    [[nodiscard]] std::vector<std::string> names() override;
 
 private:
     void readEntriesWhenChanged();

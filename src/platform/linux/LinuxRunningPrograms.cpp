@@ -1,4 +1,4 @@
-#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/LinuxRunningPrograms.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -78,11 +78,11 @@ std::string environmentOr(const char* name, const std::string& otherwise) {
 
 }  // namespace
 
-LinuxRunningApplications::LinuxRunningApplications(std::string procRoot, std::vector<std::string> applicationFolders)
+LinuxRunningPrograms::LinuxRunningPrograms(std::string procRoot, std::vector<std::string> applicationFolders)
     : m_procRoot(std::move(procRoot)), m_folders(std::move(applicationFolders)) {
 }
 
-std::vector<std::string> LinuxRunningApplications::standardApplicationFolders(const std::string& home) {
+std::vector<std::string> LinuxRunningPrograms::standardApplicationFolders(const std::string& home) {
     std::vector<std::string> folders{environmentOr("XDG_DATA_HOME", home + "/.local/share") + "/applications"};
     for (const std::string& folder : split(environmentOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
         folders.push_back(folder + "/applications");
@@ -93,7 +93,7 @@ std::vector<std::string> LinuxRunningApplications::standardApplicationFolders(co
     return folders;
 }
 
-std::vector<RunningApplication> LinuxRunningApplications::runningApplications() {
+std::vector<std::string> LinuxRunningPrograms::names() {
     readEntriesWhenChanged();
     const std::string ownNumber = std::to_string(::getpid());
     std::set<std::string> names;
@@ -106,15 +106,10 @@ std::vector<RunningApplication> LinuxRunningApplications::runningApplications() 
     }
     // Kernel threads and processes that ended meanwhile have neither an executable nor arguments.
     names.erase("");
-    std::vector<RunningApplication> applications;
-    applications.reserve(names.size());
-    for (const std::string& name : names) {
-        applications.push_back({name});
-    }
-    return applications;
+    return {names.begin(), names.end()};
 }
 
-void LinuxRunningApplications::readEntriesWhenChanged() {
+void LinuxRunningPrograms::readEntriesWhenChanged() {
     constexpr std::size_t longestEntry = 1U << 18U;
     std::vector<std::int64_t> times;
     for (const std::string& folder : m_folders) {
