@@ -3,7 +3,7 @@
 
 build=(
   ca-certificates ccache cmake g++ git ninja-build
-  nlohmann-json3-dev qt6-base-dev qt6-svg-dev
+  libxcb1-dev libxcb-ewmh-dev libxcb-res0-dev nlohmann-json3-dev pkgconf qt6-base-dev qt6-svg-dev
 )
 
 run=(
@@ -14,6 +14,7 @@ run=(
 test=(
   at-spi2-core dbus dbus-daemon dunst fonts-inter gir1.2-atspi-2.0 imagemagick openbox procps python3 python3-gi
   python3-pytest trash-cli x11-utils xdotool xfce4-panel xvfb
+  featherpad galculator iproute2 lsof mousepad pkexec polkitd sway xterm
   clang-format libbenchmark-dev libgmock-dev libgtest-dev
 )
 
