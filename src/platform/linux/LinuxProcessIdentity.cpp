@@ -1,0 +1,141 @@
+#include "platform/linux/LinuxProcessIdentity.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <climits>
+#include <system_error>
+
+namespace kestrune::LinuxProcessIdentity {
+
+namespace {
+
+// Longer than "stat" and "status" ever are, but for the group list at the end of the latter.
+constexpr std::size_t longestFile = 8192;
+
+std::optional<std::string> contentOf(int folder, const char* name) {
+    const LinuxFileDescriptor file(::openat(folder, name, O_RDONLY | O_CLOEXEC));
+    if (!file) {
+        return std::nullopt;
+    }
+    std::array<char, longestFile> buffer;
+    std::size_t length = 0;
+    while (length < buffer.size()) {
+        const ssize_t count = ::read(file.get(), buffer.data() + length, buffer.size() - length);
+        if (count == 0) {
+            break;
+        }
+        if (count > 0) {
+            length += static_cast<std::size_t>(count);
+        } else if (errno != EINTR) {
+            return std::nullopt;
+        }
+    }
+    return std::string(buffer.data(), length);
+}
+
+// The field up to the next blank, which is taken off text together with it.
+std::string_view takeField(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    const std::string_view field = text.substr(0, text.find_first_of(" \t\n"));
+    text.remove_prefix(field.size());
+    return field;
+}
+
+template <typename Number>
+std::optional<Number> numberIn(std::string_view field) {
+    Number value = 0;
+    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+    return error == std::errc{} && end == field.data() + field.size() ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Stat> parseStat(std::string_view text) {
+    // The name stands between the first "(" and the last ")": it may hold either itself.
+    const std::size_t open = text.find('(');
+    const std::size_t close = text.rfind(')');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open) {
+        return std::nullopt;
+    }
+    Stat stat;
+    stat.name = text.substr(open + 1, close - open - 1);
+    text.remove_prefix(close + 1);
+    // As proc(5) counts them: the state is field 3, the resident pages are field 24.
+    constexpr std::size_t firstField = 3;
+    std::array<std::string_view, 25> fields;
+    for (std::size_t i = firstField; i < fields.size(); ++i) {
+        fields[i] = takeField(text);
+    }
+    const auto userTicks = numberIn<std::uint64_t>(fields[14]);
+    const auto systemTicks = numberIn<std::uint64_t>(fields[15]);
+    const auto startTime = numberIn<std::uint64_t>(fields[22]);
+    const auto residentPages = numberIn<std::int64_t>(fields[24]);
+    if (fields[firstField].size() != 1 || !userTicks || !systemTicks || !startTime || !residentPages) {
+        return std::nullopt;
+    }
+    stat.state = fields[firstField].front();
+    stat.processorTicks = *userTicks + *systemTicks;
+    stat.startTime = *startTime;
+    stat.residentPages = *residentPages;
+    return stat;
+}
+
+std::optional<std::uint32_t> parseRealOwner(std::string_view status) {
+    // The name in the first line cannot pretend to be this one: the kernel writes its line ends as "\n".
+    constexpr std::string_view key = "\nUid:";
+    const std::size_t start = status.find(key);
+    if (start == std::string_view::npos) {
+        return std::nullopt;
+    }
+    status.remove_prefix(start + key.size());
+    return numberIn<std::uint32_t>(takeField(status));
+}
+
+LinuxFileDescriptor openFolder(std::int32_t pid, const std::string& procRoot) {
+    const std::string path = std::string(procRoot).append("/").append(std::to_string(pid));
+    return LinuxFileDescriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+std::optional<Stat> statOf(int folder) {
+    const std::optional<std::string> text = contentOf(folder, "stat");
+    return text ? parseStat(*text) : std::nullopt;
+}
+
+std::optional<std::uint64_t> startTimeOf(int folder) {
+    const std::optional<Stat> stat = statOf(folder);
+    return stat ? std::optional(stat->startTime) : std::nullopt;
+}
+
+std::optional<std::uint32_t> realOwnerOf(int folder) {
+    const std::optional<std::string> text = contentOf(folder, "status");
+    return text ? parseRealOwner(*text) : std::nullopt;
+}
+
+std::optional<std::string> executableOf(int folder) {
+    std::array<char, PATH_MAX> buffer;
+    const ssize_t length = ::readlinkat(folder, "exe", buffer.data(), buffer.size());
+    if (length <= 0) {
+        return std::nullopt;
+    }
+    constexpr std::string_view mark = " (deleted)";
+    std::string_view path(buffer.data(), static_cast<std::size_t>(length));
+    if (path.size() > mark.size() && path.ends_with(mark)) {
+        path.remove_suffix(mark.size());
+    }
+    return std::string(path);
+}
+
+std::optional<std::string> commandOf(int folder) {
+    if (std::optional<std::string> executable = executableOf(folder)) {
+        return executable;
+    }
+    std::optional<Stat> stat = statOf(folder);
+    return stat ? std::optional(std::move(stat->name)) : std::nullopt;
+}
+
+}  // namespace kestrune::LinuxProcessIdentity
