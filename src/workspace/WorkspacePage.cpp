@@ -32,4 +32,8 @@ std::string_view symbol(WorkspacePage page) {
     return pageTexts.at(static_cast<std::size_t>(page)).symbol;
 }
 
+bool showsProcesses(WorkspacePage page) {
+    return page == WorkspacePage::ai || page == WorkspacePage::apps;
+}
+
 }  // namespace kestrune

@@ -14,6 +14,9 @@ inline constexpr std::array<WorkspacePage, 8> allWorkspacePages{
 /// The page's title and identity.
 [[nodiscard]] std::string_view rawValue(WorkspacePage page);
 
+/// Whether the page shows running processes, which are listed anew when it opens and while it is on the screen.
+[[nodiscard]] bool showsProcesses(WorkspacePage page);
+
 /// The name of its sidebar symbol in the icon set.
 [[nodiscard]] std::string_view symbol(WorkspacePage page);
 

@@ -26,4 +26,14 @@ TEST(WorkspacePage, everyPageHasItsSymbol) {
                                                       "clock", "gearshape"}));
 }
 
+TEST(WorkspacePage, onlyAIToolsAndRunningAppsShowProcesses) {
+    std::vector<WorkspacePage> listing;
+    for (const WorkspacePage page : allWorkspacePages) {
+        if (showsProcesses(page)) {
+            listing.push_back(page);
+        }
+    }
+    EXPECT_EQ(listing, (std::vector<WorkspacePage>{WorkspacePage::ai, WorkspacePage::apps}));
+}
+
 }  // namespace kestrune
