@@ -9,6 +9,12 @@
 namespace kestrune {
 
 SystemEngine::SystemEngine(const SystemEngineParts& parts) : m_parts(parts) {
+    const std::weak_ptr<Alive> alive = m_alive;
+    m_parts.runningApplications.observeActivation([this, alive](const RunningApplication& application) {
+        if (!alive.expired()) {
+            trackAppActivation(application);
+        }
+    });
 }
 
 SystemEngine::CommandResult SystemEngine::runProc(const std::string& path, const std::vector<std::string>& args) {
@@ -19,6 +25,10 @@ SystemEngine::CommandResult SystemEngine::runProc(const std::string& path, const
     return {result.status, std::move(result.output)};
 }
 
+SystemEngine::CommandResult SystemEngine::run(const ToolCommand& tool) {
+    return runProc(tool.executable, tool.arguments);
+}
+
 std::string SystemEngine::shell(const std::string& path, const std::vector<std::string>& args) {
     return runProc(path, args).output;
 }
@@ -27,8 +37,7 @@ bool SystemEngine::runPrivileged(const std::string& path, const std::vector<std:
     if (runProc(path, args).status == 0) {
         return true;
     }
-    const ToolCommand prompt = m_parts.systemTools.withAdministratorRights({path, args});
-    return runProc(prompt.executable, prompt.arguments).status == 0;
+    return run(m_parts.systemTools.withAdministratorRights({path, args})).status == 0;
 }
 
 VMStat SystemEngine::getVMStat() {
@@ -53,8 +62,7 @@ DiskSummary SystemEngine::getDiskSummary() {
     if (const std::optional<VolumeCapacity> capacity = m_parts.volumeInfo.capacity("/")) {
         return TelemetryFormulas::diskSummary(*capacity);
     }
-    const ToolCommand tool = m_parts.systemTools.diskFree();
-    return TelemetryFormulas::diskSummaryFromDf(shell(tool.executable, tool.arguments));
+    return TelemetryFormulas::diskSummaryFromDf(run(m_parts.systemTools.diskFree()).output);
 }
 
 std::string SystemEngine::getUptimeString() {
@@ -74,12 +82,9 @@ std::optional<BatteryReading> SystemEngine::battery() {
     return MacTelemetry::battery(m_parts.powerSources.sources());
 }
 
-std::vector<std::string> SystemEngine::alwaysKeepApps() const {
-    return m_parts.preferences.texts("alwaysKeepApps").value_or(Preferences::Texts{});
-}
-
-bool SystemEngine::setAlwaysKeepApps(const std::vector<std::string>& names) {
-    return m_parts.preferences.setTexts("alwaysKeepApps", names);
+std::int64_t SystemEngine::freeDiskBytes() {
+    const std::optional<VolumeCapacity> capacity = m_parts.volumeInfo.capacity("/");
+    return capacity ? capacity->available.value_or(0) : 0;
 }
 
 void SystemEngine::requestNotificationPermission() {
@@ -96,6 +101,14 @@ void SystemEngine::notify(const std::string& title, const std::string& message) 
     m_parts.notificationCenter.queryAuthorization([this, alive, title, message](NotificationAuthorization status) {
         if (!alive.expired()) {
             notify(title, message, status);
+        }
+    });
+}
+
+void SystemEngine::tell(const std::string& message) {
+    m_parts.mainQueue.post([this, alive = std::weak_ptr<Alive>(m_alive), message] {
+        if (!alive.expired()) {
+            notify("Kestrune", message);
         }
     });
 }

@@ -147,8 +147,20 @@ private:
     void askThenDeliver(const std::string& title, const std::string& message);
     void playFallbackSound();
 
+    /// Notifies under the program's name. Any thread.
+    void tell(const std::string& message);
+
+    CommandResult run(const ToolCommand& tool);
+    [[nodiscard]] std::int64_t freeDiskBytes();
+    [[nodiscard]] bool isThisProgram(const RunningApplication& application) const;
+    [[nodiscard]] std::optional<RunningApplication> lastExternalApp();
+    [[nodiscard]] std::optional<RunningApplication> appToKeep();
+    [[nodiscard]] std::vector<RunningApplication> closingCandidates();
+
     SystemEngineParts m_parts;
     std::optional<CpuTicks> m_lastCPUTicks;
+    std::int32_t m_lastExternalActivePid = 0;         ///< 0 until the user turned to another application
+    std::uint64_t m_lastExternalActiveStartTime = 0;  ///< of that very process
     std::shared_ptr<Alive> m_alive = std::make_shared<Alive>();
 };
 

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <limits>
-#include <locale>
-#include <sstream>
 
 #include "base/Text.h"
+#include "engine/FiniteNumber.h"
 
 namespace kestrune::TelemetryFormulas {
 
@@ -21,17 +20,6 @@ constexpr double blocksPerGigabyte = 1e6;
 std::int64_t truncated(double value) {
     constexpr double limit = 9.2e18;
     return static_cast<std::int64_t>(std::clamp(value, -limit, limit));
-}
-
-// The whole of piece as a finite decimal number. A stream of the classic locale, because strtod follows the user's
-// locale and the standard library of one of our systems has no from_chars for double.
-std::optional<double> finiteNumber(const std::string& piece) {
-    std::istringstream stream(piece);
-    stream.imbue(std::locale::classic());
-    double value = 0;
-    stream >> std::noskipws >> value;
-    const bool whole = !stream.fail() && stream.peek() == std::istringstream::traits_type::eof();
-    return whole ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace
