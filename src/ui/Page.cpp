@@ -52,12 +52,16 @@ Page::Page(WorkspaceStore& store, WorkspacePage page, QWidget* parent)
     : QWidget(parent),
       m_store(store),
       m_header(new PageHeader(shown(rawValue(page)), subtitle(page), this)),
+      m_lastInHeader(m_header),
       m_message(new Strip(this)),
       m_strips(new QVBoxLayout),
       m_scroll(new ScrollArea(this)),
       m_body(new QWidget),
       m_content(new QVBoxLayout(m_body)),
       m_outer(new QVBoxLayout(this)) {
+    if (showsProcesses(page)) {
+        addRefreshButton();
+    }
     if (startsScans(page)) {
         addScanButtons();
     }
@@ -85,12 +89,22 @@ void Page::setFooter(QWidget* footer) {
     m_outer->addWidget(footer);
 }
 
+Button* Page::addHeaderButton(const QString& label, const QString& symbol) {
+    Button* button = m_header->addButton(label, symbol);
+    setTabOrder(m_lastInHeader, button);
+    m_lastInHeader = button;
+    return button;
+}
+
+void Page::addRefreshButton() {
+    const Button* refresh = addHeaderButton(QStringLiteral("Refresh"), QStringLiteral("arrow.clockwise"));
+    connect(refresh, &Button::clicked, this, [this] { m_store.refreshProcesses(); });
+}
+
 void Page::addScanButtons() {
-    m_scan = m_header->addButton(QStringLiteral("Scan now"), QStringLiteral("magnifyingglass"));
-    m_stopScan = m_header->addButton(QStringLiteral("Stop scan"));
+    m_scan = addHeaderButton(QStringLiteral("Scan now"), QStringLiteral("magnifyingglass"));
+    m_stopScan = addHeaderButton(QStringLiteral("Stop scan"));
     m_stopScan->hide();
-    setTabOrder(m_header, m_scan);
-    setTabOrder(m_scan, m_stopScan);
     connect(m_scan, &Button::clicked, this, [this] { m_store.scan(); });
     connect(m_stopScan, &Button::clicked, this, [this] { m_store.cancelCleanup(); });
     watch(m_store.isScanning);

@@ -63,6 +63,12 @@ protected:
     [[nodiscard]] int sideMargin() const { return m_margin; }
 
 private:
+    /// Adds a button after those already there, in the tab order as well.
+    Button* addHeaderButton(const QString& label, const QString& symbol = {});
+
+    /// The button that lists processes anew.
+    void addRefreshButton();
+
     /// The scan button and the stop button beside it.
     void addScanButtons();
 
@@ -73,6 +79,7 @@ private:
 
     WorkspaceStore& m_store;
     PageHeader* m_header;
+    QWidget* m_lastInHeader;  ///< its last button; the header itself while it has none
     Strip* m_message;
     QVBoxLayout* m_strips;
     ScrollArea* m_scroll;
