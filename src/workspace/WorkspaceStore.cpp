@@ -34,7 +34,7 @@ WorkspaceStore::~WorkspaceStore() {
     m_explorerCancellation->cancel();
     m_explorerQueue.reset();
     m_queue.reset();
-    saveUnrecordedMove();
+    saveUnrecorded();
 }
 
 const std::string& WorkspaceStore::home() const {
@@ -53,6 +53,10 @@ std::size_t WorkspaceStore::ask(const Alert& alert) {
     m_confirming = true;
     const std::size_t answer = m_parts.alerts.present(alert);
     m_confirming = false;
+    if (const auto saved = std::exchange(m_waitingReview, std::nullopt)) {
+        // After the caller has acted on the answer.
+        onMain([this, saved = *saved] { cleanChosen(saved); });
+    }
     return answer;
 }
 

@@ -28,6 +28,7 @@
 #include "platform/ProcessListing.h"
 #include "platform/RunningApplications.h"
 #include "platform/RunningPrograms.h"
+#include "platform/SystemTools.h"
 #include "storage/DevCleaners.h"
 #include "workspace/ActivityEntry.h"
 #include "workspace/RunningItem.h"
@@ -57,6 +58,7 @@ struct WorkspaceStoreParts {
     RunningPrograms& runningPrograms;
     ProcessListing& processListing;
     ProcessControl& processControl;
+    SystemTools& systemTools;
     MemoryPressureSource& memoryPressure;
     AlertPresenter& alerts;
     MainQueue& mainQueue;
@@ -253,8 +255,24 @@ private:
     [[nodiscard]] ActivityEntry takeOutcome(Cleanup& cleanup) const;
     void finishCleanup(const Cleanup& cleanup);
 
-    /// Logs the move that ended while the store was being let go.
-    void saveUnrecordedMove();
+    // Applications and processes.
+
+    void publishProcesses(std::vector<RunningItem> rows);
+    void refreshProcessesSoon();  ///< one second from now, when what was asked to quit may be gone
+    void quitApplication(const RunningItem& item, bool force);
+    void stopProcess(const RunningItem& item);
+    /// Whether the user or the engine protects item by now. Any thread.
+    [[nodiscard]] bool isKept(const RunningItem& item) const;
+    [[nodiscard]] bool mayQuit(const RunningApplication& application) const;
+    [[nodiscard]] std::vector<RunningApplication> quittableApplications();
+    void setProtectedApps(std::set<std::string> names);
+
+    /// Runs work on the action queue, then, on the main thread, records its entry and calls onRecorded with it. The
+    /// entry reaches the log even when the store is let go in between.
+    void enqueueRecorded(std::function<ActivityEntry()> work, std::function<void(const ActivityEntry&)> onRecorded);
+
+    /// Logs what ended while the store was being let go.
+    void saveUnrecorded();
 
     /// Wraps job so that it runs on the main thread and only while the store lives.
     void onMain(Action job);
@@ -265,9 +283,15 @@ private:
     std::shared_ptr<bool> m_alive;
     std::optional<std::pair<NetworkCounters, Seconds>> m_previousNetwork;
     std::unique_ptr<Timer> m_monitorTimer;
+    std::unique_ptr<Timer> m_refreshTimer;  ///< of refreshProcessesSoon
     bool m_confirming = false;
     bool m_processRefreshInFlight = false;
-    std::shared_ptr<Cleanup> m_cleanup;  ///< while isCleaning
+    std::optional<bool> m_waitingReview;  ///< the argument of cleanChosen() that a question holds up
+    std::shared_ptr<Cleanup> m_cleanup;   ///< while isCleaning
+
+    /// What an action on the queue came to; empty until then.
+    using Outcome = std::shared_ptr<std::optional<ActivityEntry>>;
+    std::vector<Outcome> m_outcomes;  ///< in the order of the actions, until they are recorded
 
     // Last, so that they are joined first: jobs use everything above.
     std::unique_ptr<SerialQueue> m_explorerQueue;

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "base/Text.h"
-#include "workspace/ActivityLog.h"
 #include "workspace/WorkspaceStore.h"
 #include "workspace/WorkspaceStoreCleanup.h"
 
@@ -82,6 +81,10 @@ void WorkspaceStore::quickClean(bool saved) {
 }
 
 void WorkspaceStore::cleanChosen(bool saved) {
+    if (m_confirming) {
+        m_waitingReview = saved;
+        return;
+    }
     if (saved) {
         restoreSelection();
     } else {
@@ -205,14 +208,6 @@ ActivityEntry WorkspaceStore::takeOutcome(Cleanup& cleanup) const {
         entry.detail = outcome.error().localizedDescription;
     }
     return entry;
-}
-
-void WorkspaceStore::saveUnrecordedMove() {
-    if (m_cleanup && m_cleanup->outcome) {
-        const auto entries = ActivityLog::withEntry(history.get(), takeOutcome(*m_cleanup));
-        // At the end of the store there is nobody left to tell when this fails.
-        static_cast<void>(ActivityLog::save(m_parts.fileStore, home(), entries));
-    }
 }
 
 void WorkspaceStore::finishCleanup(const Cleanup& cleanup) {

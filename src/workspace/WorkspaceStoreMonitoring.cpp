@@ -12,6 +12,7 @@ constexpr Seconds reminderInterval{86'400};
 }  // namespace
 
 void WorkspaceStore::startMonitoring() {
+    refreshProcesses();
     m_parts.memoryPressure.start([this, alive = std::weak_ptr<bool>(m_alive)](const PressureLevels& levels) {
         if (!alive.expired()) {
             pressure.set(levels.critical ? "High" : levels.warning ? "Elevated" : "Normal");

@@ -139,6 +139,7 @@ private:
                 programs,
                 processes,
                 processControl,
+                systemTools,
                 memoryPressure,
                 alerts,
                 mainQueue,

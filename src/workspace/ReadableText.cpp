@@ -1,0 +1,128 @@
+#include "workspace/ReadableText.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "base/Text.h"
+#include "workspace/StorageListing.h"
+
+namespace kestrune::ReadableText {
+
+namespace {
+
+constexpr std::size_t nameLimit = 200;
+constexpr std::size_t pathLimit = 300;
+constexpr std::string_view ellipsis = "…";
+constexpr std::string_view replacement = "\uFFFD";
+
+/// Characters from first to last, compared as UTF-8, which keeps the order of code points.
+struct Range {
+    std::string_view first;
+    std::string_view last;
+};
+
+// C1 controls, then separators and the marks of UAX #9 that turn the direction of what follows.
+constexpr std::array<Range, 5> disturbing{{
+    {"\xC2\x80", "\xC2\x9F"},
+    {"\xD8\x9C", "\xD8\x9C"},
+    {"\xE2\x80\x8E", "\xE2\x80\x8F"},
+    {"\xE2\x80\xA8", "\xE2\x80\xAE"},
+    {"\xE2\x81\xA6", "\xE2\x81\xA9"},
+}};
+
+// The first character of text (not empty); one byte where it is not well-formed.
+std::string_view firstCharacter(std::string_view text) {
+    for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
+        if (isValidUtf8(text.substr(0, length))) {
+            return text.substr(0, length);
+        }
+    }
+    return text.substr(0, 1);
+}
+
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> result;
+    while (!text.empty()) {
+        result.push_back(firstCharacter(text));
+        text.remove_prefix(result.back().size());
+    }
+    return result;
+}
+
+void appendVisible(std::string& result, std::string_view character) {
+    const char first = character.front();
+    if (character.size() > 1) {
+        const bool disturbs = std::any_of(disturbing.begin(), disturbing.end(), [&](const Range& range) {
+            return range.first <= character && character <= range.last;
+        });
+        result += disturbs ? replacement : character;
+    } else if (first >= '\0' && first < ' ') {
+        result += {'\xE2', '\x90', static_cast<char>('\x80' + first)};  // U+2400 and the control's own number
+    } else if (first == '\x7F') {
+        result += "\u2421";
+    } else {
+        result += isValidUtf8(character) ? character : replacement;
+    }
+}
+
+std::string unit(std::int64_t count, std::string_view word) {
+    return std::to_string(count) + " " + std::string(word);
+}
+
+std::string units(std::int64_t large, std::string_view largeWord, std::int64_t small, std::string_view smallWord) {
+    return unit(large, largeWord) + (small == 0 ? "" : " " + unit(small, smallWord));
+}
+
+}  // namespace
+
+std::string visible(std::string_view text) {
+    std::string result;
+    for (const auto character : characters(text)) {
+        appendVisible(result, character);
+    }
+    return result;
+}
+
+std::string elided(std::string_view text, std::size_t limit) {
+    const auto all = characters(text);
+    if (all.size() <= limit) {
+        return std::string(text);
+    }
+    const std::size_t tail = (limit - 1) / 2;
+    std::size_t headBytes = 0;
+    std::size_t tailBytes = 0;
+    for (std::size_t i = 0; i < limit - 1 - tail; ++i) {
+        headBytes += all[i].size();
+    }
+    for (std::size_t i = all.size() - tail; i < all.size(); ++i) {
+        tailBytes += all[i].size();
+    }
+    return std::string(text.substr(0, headBytes)).append(ellipsis).append(text.substr(text.size() - tailBytes));
+}
+
+std::string name(std::string_view text) {
+    return visible(elided(text, nameLimit));
+}
+
+std::string path(const std::string& path, const std::string& home) {
+    return visible(elided(abbreviatedPath(path, home), pathLimit));
+}
+
+std::string duration(std::int64_t seconds) {
+    constexpr std::int64_t minute = 60;
+    constexpr std::int64_t hour = 60 * minute;
+    constexpr std::int64_t day = 24 * hour;
+    if (seconds < minute) {
+        return unit(std::max<std::int64_t>(seconds, 0), "s");
+    }
+    if (seconds < hour) {
+        return unit(seconds / minute, "min");
+    }
+    if (seconds < day) {
+        return units(seconds / hour, "h", seconds % hour / minute, "min");
+    }
+    return units(seconds / day, "d", seconds % day / hour, "h");
+}
+
+}  // namespace kestrune::ReadableText

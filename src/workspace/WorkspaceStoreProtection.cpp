@@ -1,0 +1,62 @@
+#include <algorithm>
+
+#include "workspace/ReadableText.h"
+#include "workspace/WorkspaceStore.h"
+
+namespace kestrune {
+
+bool WorkspaceStore::isProtected(const RunningItem& item) const {
+    return m_parts.engine.isProtected(item.name) || m_parts.engine.isProtected(item.executable) ||
+           protectedApps.get().contains(item.name);
+}
+
+bool WorkspaceStore::isKept(const RunningItem& item) const {
+    const auto kept = m_parts.engine.alwaysKeepApps();
+    return m_parts.engine.isProtected(item.name) || m_parts.engine.isProtected(item.executable) ||
+           std::find(kept.begin(), kept.end(), item.name) != kept.end();
+}
+
+bool WorkspaceStore::canQuitApplication(const std::string& name, std::int32_t pid, bool regular,
+                                        std::int32_t ownPID) const {
+    return regular && pid >= 1 && pid != ownPID && !m_parts.engine.isProtected(name) &&
+           !protectedApps.get().contains(name);
+}
+
+void WorkspaceStore::toggleProtection(const RunningItem& item) {
+    auto names = protectedApps.get();
+    if (names.erase(item.name) == 0) {
+        names.insert(item.name);
+    }
+    setProtectedApps(std::move(names));
+}
+
+void WorkspaceStore::removeProtection(const std::string& name) {
+    auto names = protectedApps.get();
+    if (names.erase(name) > 0) {
+        setProtectedApps(std::move(names));
+    }
+}
+
+void WorkspaceStore::protectCurrentApp() {
+    const auto application = m_parts.engine.currentExternalApp();
+    if (!application || application->localizedName.empty()) {
+        return;
+    }
+    auto names = protectedApps.get();
+    names.insert(application->localizedName);
+    setProtectedApps(std::move(names));
+    m_parts.engine.notify(
+        "Kestrune", "Protected " + ReadableText::name(application->localizedName) + ". Kestrune will keep it running.");
+}
+
+void WorkspaceStore::setProtectedApps(std::set<std::string> names) {
+    const std::vector<std::string> kept(names.begin(), names.end());
+    protectedApps.set(std::move(names));
+    noteSaved(m_parts.engine.setAlwaysKeepApps(kept));
+}
+
+bool WorkspaceStore::tellsFrontmost() {
+    return m_parts.runningApplications.tellsFrontmost();
+}
+
+}  // namespace kestrune

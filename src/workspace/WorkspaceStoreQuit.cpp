@@ -1,0 +1,228 @@
+#include <algorithm>
+#include <array>
+
+#include "base/Text.h"
+#include "workspace/ReadableText.h"
+#include "workspace/WorkspaceStore.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr const char* stopFailed = "Process changed or couldn't be stopped. Rescan before retrying.";
+
+ProcessReference referenceTo(const RunningItem& item) {
+    return {item.id, item.executable, item.startTime};
+}
+
+// 0, 1 and negative numbers name no single process of the user's.
+bool isAddressable(const RunningItem& item) {
+    return item.id >= 2;
+}
+
+std::string listenersSentence(const RunningItem& item) {
+    if (item.listeners.empty()) {
+        return {};
+    }
+    return "\n\nListening on: " + joined(item.listeners, ", ") +
+           ". This stops the entire process, including its other work and connections.";
+}
+
+std::string detailLines(const std::optional<ProcessDetails>& details, const std::string& home) {
+    std::vector<std::string> lines;
+    if (details && !details->workingDirectory.empty()) {
+        lines.push_back("Working folder: " + ReadableText::path(details->workingDirectory, home));
+    }
+    if (details && details->secondsRunning) {
+        lines.push_back("Running for " + ReadableText::duration(*details->secondsRunning));
+    }
+    return lines.empty() ? std::string() : "\n\n" + joined(lines, "\n");
+}
+
+Alert quitQuestion(const RunningItem& item, bool force) {
+    Alert alert;
+    alert.style = force || !item.app ? AlertStyle::warning : AlertStyle::informational;
+    alert.symbol = !item.app ? "stop.circle" : force ? "exclamationmark.triangle" : "power";
+    alert.messageText = std::string(force ? "Force quit" : "Quit") + " " + ReadableText::name(item.name) + "?";
+    alert.text = force ? "Unsaved work can be lost. Use this only when the app won't quit normally."
+                       : "Save your work first. Kestrune will request a normal quit and won't force the app to close. "
+                         "Developer processes receive a termination request.";
+    alert.text += listenersSentence(item);
+    alert.buttons = {force ? "Force Quit" : "Quit", "Cancel"};
+    return alert;
+}
+
+/// The name an application goes by in a list of several.
+std::string listedName(const RunningApplication& application) {
+    for (const auto& name : {application.localizedName, application.bundleIdentifier}) {
+        if (!name.empty()) {
+            return ReadableText::name(name);
+        }
+    }
+    return "PID " + std::to_string(application.processIdentifier);
+}
+
+Alert nothingToQuit() {
+    Alert alert;
+    alert.messageText = "No other apps to quit";
+    alert.text = "Kestrune, protected apps and background agents are kept running.";
+    return alert;
+}
+
+Alert quitOthersQuestion(const std::vector<RunningApplication>& applications) {
+    std::vector<std::string> names;
+    std::transform(applications.begin(), applications.end(), std::back_inserter(names), listedName);
+    Alert alert;
+    alert.symbol = "power";
+    alert.messageText = "Quit " + std::to_string(applications.size()) + " other apps?";
+    alert.text = joined(names, ", ") +
+                 "\n\nSave your work first. Kestrune requests normal quits; apps may show their own save dialogs. "
+                 "Protected apps and background agents stay running. Unresponsive apps are never forced to close by "
+                 "this action.";
+    alert.buttons = {"Quit Apps", "Cancel"};
+    return alert;
+}
+
+Alert purgeQuestion() {
+    Alert alert;
+    alert.symbol = "memorychip";
+    alert.messageText = "Clear cached memory?";
+    alert.text =
+        "macOS may ask for an administrator password. This does not close apps or delete files. macOS will refill "
+        "useful caches as needed, so the benefit may be temporary.";
+    alert.buttons = {"Continue", "Cancel"};
+    return alert;
+}
+
+}  // namespace
+
+void WorkspaceStore::quitApp(const RunningItem& item, bool force) {
+    if (m_confirming || item.id == m_parts.engine.processIdentifier() || isProtected(item)) {
+        return;
+    }
+    Alert question = quitQuestion(item, force);
+    if (isAddressable(item)) {
+        question.text += detailLines(m_parts.processControl.details(referenceTo(item)), home());
+    }
+    if (ask(question) != 0 || isProtected(item)) {
+        return;
+    }
+    if (item.app) {
+        quitApplication(item, force);
+    } else {
+        stopProcess(item);
+    }
+}
+
+void WorkspaceStore::quitApplication(const RunningItem& item, bool force) {
+    auto& applications = m_parts.runningApplications;
+    if (applications.isTerminated(*item.app)) {
+        refreshProcesses();
+        return;
+    }
+    const bool accepted = force ? applications.forceTerminate(*item.app) : applications.terminate(*item.app);
+    record({makeActivityId(), now(),
+            (force ? "Force quit requested: " : "Quit requested: ") + ReadableText::name(item.name),
+            accepted ? "The app received the request. Refresh to see whether it has exited."
+                     : "The request was declined. Save your work and try quitting the app yourself.",
+            std::nullopt, !accepted});
+    refreshProcessesSoon();
+}
+
+void WorkspaceStore::stopProcess(const RunningItem& item) {
+    const auto stop = [this, item] {
+        // The user may have protected it while this waited behind other work.
+        const bool sent =
+            isAddressable(item) && !isKept(item) && m_parts.processControl.requestTermination(referenceTo(item));
+        return ActivityEntry{
+            makeActivityId(),
+            now(),
+            "Stop requested: " + ReadableText::name(item.name),
+            sent ? "Sent a termination request to PID " + std::to_string(item.id) + "." : std::string(stopFailed),
+            std::nullopt,
+            !sent};
+    };
+    enqueueRecorded(stop, [this](const ActivityEntry& entry) {
+        refreshProcesses();
+        if (!entry.failed) {
+            refreshProcessesSoon();
+        }
+    });
+}
+
+void WorkspaceStore::quitOtherApps() {
+    if (m_confirming) {
+        return;
+    }
+    const auto applications = quittableApplications();
+    if (applications.empty()) {
+        ask(nothingToQuit());
+        return;
+    }
+    if (ask(quitOthersQuestion(applications)) != 0) {
+        return;
+    }
+    std::size_t accepted = 0;
+    for (const auto& application : applications) {
+        if (mayQuit(application) && !m_parts.runningApplications.isTerminated(application) &&
+            m_parts.runningApplications.terminate(application)) {
+            ++accepted;
+        }
+    }
+    record({makeActivityId(), now(), "Quit Other Apps requested",
+            std::to_string(accepted) + " of " + std::to_string(applications.size()) +
+                " apps accepted a quit request. This is not a count of confirmed exits; check Running Apps for the "
+                "current state.",
+            std::nullopt, false});
+    const std::string summary =
+        "Quit requests sent to " + std::to_string(accepted) + " apps. Protected apps were kept running.";
+    message.set(summary);
+    m_parts.engine.notify("Kestrune", summary);
+    refreshProcessesSoon();
+}
+
+std::vector<RunningApplication> WorkspaceStore::quittableApplications() {
+    auto applications = m_parts.runningApplications.runningApplications();
+    std::erase_if(applications, [this](const RunningApplication& application) { return !mayQuit(application); });
+    return applications;
+}
+
+bool WorkspaceStore::mayQuit(const RunningApplication& application) const {
+    // An application is also known by its executable, which only the listing tells.
+    const auto isItsProtectedRow = [&](const RunningItem& row) {
+        return row.app && row.app->processIdentifier == application.processIdentifier &&
+               row.app->startTime == application.startTime && isProtected(row);
+    };
+    const auto& rows = running.get();
+    return canQuitApplication(application.localizedName, application.processIdentifier,
+                              application.activationPolicy == ActivationPolicy::regular,
+                              m_parts.engine.processIdentifier()) &&
+           std::none_of(rows.begin(), rows.end(), isItsProtectedRow);
+}
+
+void WorkspaceStore::purgeMemoryWithReview() {
+    if (isPurging.get() || isCleaning.get() || m_confirming || ask(purgeQuestion()) != 0) {
+        return;
+    }
+    isPurging.set(true);
+    const auto purge = [this] {
+        const ToolCommand tool = m_parts.systemTools.purgeMemory();
+        const bool cleared = m_parts.engine.runPrivileged(tool.executable, tool.arguments);
+        return ActivityEntry{makeActivityId(),
+                             now(),
+                             cleared ? "Inactive memory cleared" : "Memory action didn't complete",
+                             cleared ? "macOS completed the purge command; memory will be reused as needed."
+                                     : "Authorization was cancelled or the command failed.",
+                             std::nullopt,
+                             !cleared};
+    };
+    enqueueRecorded(purge, [this](const ActivityEntry& entry) {
+        isPurging.set(false);
+        const std::string summary =
+            entry.failed ? "Memory action cancelled or unavailable." : "Memory action completed.";
+        message.set(summary);
+        m_parts.engine.notify("Kestrune", summary);
+    });
+}
+
+}  // namespace kestrune
