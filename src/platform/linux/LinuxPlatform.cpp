@@ -17,6 +17,7 @@
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxPreferences.h"
+#include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessRunner.h"
 #include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
@@ -66,6 +67,7 @@ PlatformServices makePlatformServices() {
     services.systemTools = std::make_unique<LinuxSystemTools>();
     services.runningPrograms = std::make_unique<LinuxRunningPrograms>(
         "/proc", LinuxRunningPrograms::standardApplicationFolders(services.homeDirectory));
+    services.processControl = std::make_unique<LinuxProcessControl>();
     services.memoryPressure = std::make_unique<LinuxMemoryPressure>();
     services.preferences = std::make_unique<LinuxPreferences>(
         LinuxPreferences::standardPath(configHome(services.homeDirectory), suite), *services.fileStore);

@@ -38,6 +38,21 @@ std::optional<std::string> contentOf(int folder, const char* name) {
     return std::string(buffer.data(), length);
 }
 
+// Where a link in a process's folder leads. The kernel marks what was deleted meanwhile; the path is what it was.
+std::optional<std::string> linkTarget(int folder, const char* name) {
+    std::array<char, PATH_MAX> buffer;
+    const ssize_t length = ::readlinkat(folder, name, buffer.data(), buffer.size());
+    if (length <= 0) {
+        return std::nullopt;
+    }
+    constexpr std::string_view mark = " (deleted)";
+    std::string_view path(buffer.data(), static_cast<std::size_t>(length));
+    if (path.size() > mark.size() && path.ends_with(mark)) {
+        path.remove_suffix(mark.size());
+    }
+    return std::string(path);
+}
+
 // The field up to the next blank, which is taken off text together with it.
 std::string_view takeField(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
@@ -117,17 +132,11 @@ std::optional<std::uint32_t> realOwnerOf(int folder) {
 }
 
 std::optional<std::string> executableOf(int folder) {
-    std::array<char, PATH_MAX> buffer;
-    const ssize_t length = ::readlinkat(folder, "exe", buffer.data(), buffer.size());
-    if (length <= 0) {
-        return std::nullopt;
-    }
-    constexpr std::string_view mark = " (deleted)";
-    std::string_view path(buffer.data(), static_cast<std::size_t>(length));
-    if (path.size() > mark.size() && path.ends_with(mark)) {
-        path.remove_suffix(mark.size());
-    }
-    return std::string(path);
+    return linkTarget(folder, "exe");
+}
+
+std::optional<std::string> workingDirectoryOf(int folder) {
+    return linkTarget(folder, "cwd");
 }
 
 std::optional<std::string> commandOf(int folder) {

@@ -45,6 +45,9 @@ struct Stat {
 /// (of the kernel, or ended) or does not show it.
 [[nodiscard]] std::optional<std::string> executableOf(int folder);
 
+/// Path of the working folder, also when it was deleted since; nothing when the process does not show it.
+[[nodiscard]] std::optional<std::string> workingDirectoryOf(int folder);
+
 /// What a listing calls the process: its executable, else its name.
 [[nodiscard]] std::optional<std::string> commandOf(int folder);
 
