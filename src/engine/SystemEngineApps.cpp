@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "engine/AppClosing.h"
 #include "engine/AppProtection.h"
 #include "engine/SystemEngine.h"
 #include "engine/TopProcesses.h"
@@ -47,9 +48,7 @@ std::optional<RunningApplication> SystemEngine::lastExternalApp() {
         return std::nullopt;
     }
     auto found = m_parts.runningApplications.application(m_lastExternalActivePid);
-    // The number may belong to another process by now.
-    const bool isSame = found && found->startTime == m_lastExternalActiveStartTime;
-    return isSame ? std::move(found) : std::nullopt;
+    return found && AppClosing::isSameProcess(*found, m_lastExternalActiveStartTime) ? std::move(found) : std::nullopt;
 }
 
 std::vector<TopProcess> SystemEngine::getTopProcesses(std::size_t limit) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/PrivilegedCommand.h"
 #include "platform/SystemTools.h"
 
 namespace kestrune {
@@ -12,9 +13,8 @@ public:
     [[nodiscard]] ToolCommand deleteUnavailableSimulators() const override { return simulatorsCommand; }
 
     [[nodiscard]] ToolCommand withAdministratorRights(const ToolCommand& command) const override {
-        std::vector<std::string> arguments{command.executable};
-        arguments.insert(arguments.end(), command.arguments.begin(), command.arguments.end());
-        return {administratorExecutable, arguments};
+        return {administratorExecutable,
+                {"-e", PrivilegedCommand::administratorScript(command.executable, command.arguments)}};
     }
 
     [[nodiscard]] ToolCommand topProcesses() const override { return {"/bin/ps", {"-arc", "-eo", "%mem,comm"}}; }
@@ -57,7 +57,7 @@ public:
 
     ToolCommand diskFreeCommand{"/bin/df", {"-k", "/"}};
     ToolCommand simulatorsCommand{"/usr/bin/xcrun", {"simctl", "delete", "unavailable"}};
-    std::string administratorExecutable = "/usr/bin/ask-for-rights";
+    std::string administratorExecutable = "/usr/bin/osascript";
 };
 
 }  // namespace kestrune

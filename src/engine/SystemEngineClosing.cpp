@@ -1,0 +1,91 @@
+#include <algorithm>
+#include <map>
+
+#include "base/Text.h"
+#include "engine/AppClosing.h"
+#include "engine/AppProtection.h"
+#include "engine/SystemEngine.h"
+
+namespace kestrune {
+
+namespace {
+
+const std::string programName = "Kestrune";
+
+}  // namespace
+
+std::vector<RunningApplication> SystemEngine::closingCandidates() {
+    std::vector<RunningApplication> candidates = m_parts.runningApplications.runningApplications();
+    const std::vector<std::string> kept = alwaysKeepApps();
+    std::erase_if(candidates, [&](const RunningApplication& application) {
+        return application.activationPolicy != ActivationPolicy::regular || isThisProgram(application) ||
+               AppProtection::sparesApplication(application.localizedName, kept);
+    });
+    return candidates;
+}
+
+void SystemEngine::killHeavyApps() {
+    std::vector<std::string> closed;
+    for (const RunningApplication& application : closingCandidates()) {
+        if (application.processIdentifier >= 1 && AppClosing::isHeavy(application) &&
+            m_parts.runningApplications.terminate(application)) {
+            closed.push_back(application.localizedName);
+        }
+    }
+    notify(programName, closed.empty() ? "No heavy apps running" : "Killed: " + joined(closed, ", "));
+}
+
+void SystemEngine::killDevServers() {
+    notify(programName, "Review individual developer processes in Running Apps before stopping them.");
+}
+
+std::optional<RunningApplication> SystemEngine::appToKeep() {
+    std::optional<RunningApplication> app = currentExternalApp();
+    const bool isUsable = app && !isThisProgram(*app) && !m_parts.runningApplications.isTerminated(*app);
+    return isUsable ? std::move(app) : std::nullopt;
+}
+
+void SystemEngine::keepFrontmostKillRest() {
+    const std::optional<RunningApplication> kept = appToKeep();
+    if (!kept) {
+        notify(programName, "Not sure which app to keep · click into the app you are using, then try again");
+        return;
+    }
+    std::map<std::int32_t, RunningApplication> closing;
+    for (const RunningApplication& application : closingCandidates()) {
+        if (application.processIdentifier >= 1 && application.processIdentifier != kept->processIdentifier &&
+            !application.localizedName.empty()) {
+            closing.emplace(application.processIdentifier, application);
+        }
+    }
+    std::vector<std::string> names;
+    for (const auto& [processIdentifier, application] : closing) {
+        names.push_back(application.localizedName);
+        const auto found = m_parts.runningApplications.application(processIdentifier);
+        if (found && AppClosing::isSameProcess(*found, application.startTime)) {
+            // It is named whether it accepts or not: the message says what was asked.
+            static_cast<void>(m_parts.runningApplications.terminate(*found));
+        }
+    }
+    const std::string keptName = kept->localizedName.empty() ? "frontmost app" : kept->localizedName;
+    std::sort(names.begin(), names.end());
+    notify(programName, names.empty() ? "No other apps to close · kept " + keptName
+                                      : "Kept " + keptName + " · closed: " + joined(names, ", "));
+}
+
+void SystemEngine::killEverything() {
+    for (const RunningApplication& application : closingCandidates()) {
+        static_cast<void>(m_parts.runningApplications.terminate(application));
+    }
+}
+
+void SystemEngine::autoFreeMemory() {
+    notify(programName, "Memory usage is " + std::to_string(getMemorySummary().pct) +
+                            "%. Review Running Apps before choosing what to close.");
+}
+
+void SystemEngine::deepClean() {
+    notify(programName, "Open Storage to review and move selected caches to Trash.");
+}
+
+}  // namespace kestrune
