@@ -64,7 +64,7 @@ std::optional<DirectoryRecord> LinuxDirectoryReader::next() {
         const char* name = record->d_name;
         const bool isSelfOrParent = name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
         if (!isSelfOrParent) {
-            return DirectoryRecord{name, record->d_type};
+            return DirectoryRecord{name, record->d_type, record->d_ino};
         }
     }
     return std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@ namespace kestrune {
 struct DirectoryRecord {
     const char* name = nullptr;  ///< valid until the next call of the reader
     unsigned char type = 0;      ///< DT_DIR, DT_REG … DT_UNKNOWN
+    std::uint64_t inode = 0;
 };
 
 /// Lists open folders through getdents64(2) with one big buffer. One thread at a time.

@@ -1,0 +1,157 @@
+#include "platform/linux/LinuxSocketOwners.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdio>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <tuple>
+
+#include "platform/linux/LinuxFileDescriptor.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr std::size_t longestPath = 64;
+
+// The inode of the socket that the link name below folder leads to; 0 for everything else.
+std::uint64_t socketAt(int folder, const char* name) {
+    constexpr std::string_view prefix = "socket:[";
+    std::array<char, 40> buffer;
+    const ssize_t length = ::readlinkat(folder, name, buffer.data(), buffer.size());
+    if (length <= 0) {
+        return 0;
+    }
+    std::string_view target(buffer.data(), static_cast<std::size_t>(length));
+    if (!target.starts_with(prefix)) {
+        return 0;
+    }
+    target.remove_prefix(prefix.size());
+    std::uint64_t inode = 0;
+    const auto [end, error] = std::from_chars(target.data(), target.data() + target.size(), inode);
+    const bool isWhole = error == std::errc{} && end + 1 == target.data() + target.size() && *end == ']';
+    return isWhole ? inode : 0;
+}
+
+bool contains(const std::vector<std::uint64_t>& sorted, std::uint64_t inode) {
+    return std::binary_search(sorted.begin(), sorted.end(), inode);
+}
+
+bool isBefore(const LinuxSocketOwners::Holder& one, const LinuxSocketOwners::Holder& other) {
+    return std::tie(one.pid, one.inode, one.descriptor) < std::tie(other.pid, other.inode, other.descriptor);
+}
+
+}  // namespace
+
+void LinuxSocketOwners::refresh(int procFolder, const std::vector<std::uint64_t>& inodes,
+                                const std::vector<ProcessRecord>& processes, bool anew) {
+    std::vector<Process> now;
+    now.reserve(processes.size());
+    for (const ProcessRecord& process : processes) {
+        now.emplace_back(process.pid, process.startTime);
+    }
+    bool everything = anew || !std::includes(m_inodes.begin(), m_inodes.end(), inodes.begin(), inodes.end());
+    if (!everything) {
+        const std::vector<std::uint64_t> before = heldInodes();
+        for (const std::int32_t pid : recheck(procFolder, inodes, now)) {
+            lookThrough(procFolder, pid, inodes);
+        }
+        sortHolders();
+        const std::vector<std::uint64_t> after = heldInodes();
+        everything = std::any_of(before.begin(), before.end(), [&](std::uint64_t inode) {
+            return contains(inodes, inode) && !contains(after, inode);
+        });
+    }
+    if (everything) {
+        m_holders.clear();
+        for (const auto& [pid, startTime] : now) {
+            lookThrough(procFolder, pid, inodes);
+        }
+        sortHolders();
+    }
+    m_processes = std::move(now);
+    m_inodes = inodes;
+}
+
+std::vector<std::int32_t> LinuxSocketOwners::recheck(int procFolder, const std::vector<std::uint64_t>& inodes,
+                                                     const std::vector<Process>& processes) {
+    std::vector<std::int32_t> pids;
+    std::vector<Process> fresh;
+    std::set_difference(processes.begin(), processes.end(), m_processes.begin(), m_processes.end(),
+                        std::back_inserter(fresh));
+    for (const auto& [pid, startTime] : fresh) {
+        pids.push_back(pid);
+    }
+    const auto isKnown = [&](std::int32_t pid) {
+        const auto place = std::lower_bound(processes.begin(), processes.end(), Process{pid, 0});
+        return place != processes.end() && place->first == pid &&
+               std::binary_search(m_processes.begin(), m_processes.end(), *place);
+    };
+    std::array<char, longestPath> path;
+    for (const Holder& holder : m_holders) {
+        if (!contains(inodes, holder.inode) || !isKnown(holder.pid)) {
+            continue;
+        }
+        static_cast<void>(std::snprintf(path.data(), path.size(), "%d/fd/%d", holder.pid, holder.descriptor));
+        if (socketAt(procFolder, path.data()) != holder.inode) {
+            pids.push_back(holder.pid);
+        }
+    }
+    std::sort(pids.begin(), pids.end());
+    pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
+    const auto isOut = [&](const Holder& holder) {
+        return !contains(inodes, holder.inode) || !isKnown(holder.pid) ||
+               std::binary_search(pids.begin(), pids.end(), holder.pid);
+    };
+    m_holders.erase(std::remove_if(m_holders.begin(), m_holders.end(), isOut), m_holders.end());
+    return pids;
+}
+
+void LinuxSocketOwners::lookThrough(int procFolder, std::int32_t pid, const std::vector<std::uint64_t>& inodes) {
+    if (inodes.empty()) {
+        return;
+    }
+    std::array<char, longestPath> path;
+    static_cast<void>(std::snprintf(path.data(), path.size(), "%d/fd", pid));
+    const LinuxFileDescriptor folder(::openat(procFolder, path.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder) {
+        return;
+    }
+    m_reader.begin(folder.get());
+    while (const std::optional<DirectoryRecord> record = m_reader.next()) {
+        const std::uint64_t inode = socketAt(folder.get(), record->name);
+        if (inode != 0 && contains(inodes, inode)) {
+            const std::string_view name = record->name;
+            Holder holder{pid, 0, inode};
+            std::from_chars(name.data(), name.data() + name.size(), holder.descriptor);
+            m_holders.push_back(holder);
+        }
+    }
+}
+
+void LinuxSocketOwners::sortHolders() {
+    std::sort(m_holders.begin(), m_holders.end(), isBefore);
+    const auto isSame = [](const Holder& one, const Holder& other) {
+        return one.pid == other.pid && one.inode == other.inode;
+    };
+    m_holders.erase(std::unique(m_holders.begin(), m_holders.end(), isSame), m_holders.end());
+}
+
+std::vector<std::uint64_t> LinuxSocketOwners::heldInodes() const {
+    std::vector<std::uint64_t> inodes;
+    inodes.reserve(m_holders.size());
+    for (const Holder& holder : m_holders) {
+        inodes.push_back(holder.inode);
+    }
+    std::sort(inodes.begin(), inodes.end());
+    return inodes;
+}
+
+}  // namespace kestrune
