@@ -1,40 +1,12 @@
 #include "engine/SystemEngine.h"
 
-#include <gtest/gtest.h>
-
-#include "tests/fakes/FakeHostStatistics.h"
-#include "tests/fakes/FakeNotificationCenter.h"
-#include "tests/fakes/FakePowerSources.h"
-#include "tests/fakes/FakePreferences.h"
-#include "tests/fakes/FakeProcessRunner.h"
-#include "tests/fakes/FakeRunningApplications.h"
-#include "tests/fakes/FakeSystemTools.h"
-#include "tests/fakes/FakeTrash.h"
-#include "tests/fakes/FakeVolumeInfo.h"
-#include "tests/fakes/ManualQueues.h"
+#include "tests/engine/EngineFixture.h"
 
 namespace kestrune {
 namespace {
 
 using CommandResult = SystemEngine::CommandResult;
-
-class SystemEngineTest : public testing::Test {
-protected:
-    FakeHostStatistics host;
-    FakePowerSources power;
-    FakeVolumeInfo volumes;
-    FakeProcessRunner runner;
-    FakeSystemTools tools;
-    FakePreferences preferences;
-    FakeNotificationCenter center;
-    ManualClock clock;
-    ManualMainQueue mainQueue;
-    FakeRunningApplications applications;
-    FakeTrash trash;
-    SystemEngineParts parts{host,  power,     volumes,      runner, tools,        preferences, center,
-                            clock, mainQueue, applications, trash,  "/home/anna", 4711};
-    SystemEngine engine{parts};
-};
+using SystemEngineTest = EngineFixture;
 
 TEST_F(SystemEngineTest, toolRunsWithItsArgumentsAndTheUsualLimits) {
     runner.answer("/bin/ps", {0, "text\n"});
@@ -182,12 +154,6 @@ TEST_F(SystemEngineTest, networkAndBatteryComeFromTheSystem) {
     power.batteries = {{30, 60, "Battery Power"}};
     EXPECT_EQ(engine.networkCounters(), (NetworkCounters{5, 6}));
     EXPECT_EQ(engine.battery(), (BatteryReading{50, "On battery"}));
-}
-
-TEST_F(SystemEngineTest, alwaysKeptAppsAreEmptyUntilTheUserSavesSome) {
-    EXPECT_TRUE(engine.alwaysKeepApps().empty());
-    preferences.setTexts("alwaysKeepApps", {"xcode", "safari"});
-    EXPECT_EQ(engine.alwaysKeepApps(), (std::vector<std::string>{"xcode", "safari"}));
 }
 
 TEST_F(SystemEngineTest, withoutAnIdentityNothingIsAskedShownOrPlayed) {
