@@ -14,10 +14,28 @@ constexpr int side = 7;
 constexpr int symbolSize = 12;
 constexpr int symbolGap = 4;
 
+struct Look {
+    const char* symbol;  // null for none
+    Colour ink;
+    Colour ground;
+};
+
+Look lookOf(Chip::Kind kind) {
+    switch (kind) {
+        case Chip::Kind::warning:
+            return {"exclamationmark.triangle", Colour::warning, Colour::warningTint};
+        case Chip::Kind::success:
+            return {"lock.shield", Colour::success, Colour::successTint};
+        case Chip::Kind::muted:
+            break;
+    }
+    return {nullptr, Colour::text2, Colour::control};
+}
+
 }  // namespace
 
 int Chip::width() const {
-    const int symbol = kind == Kind::warning ? Metrics::px(symbolSize) + symbolGap - 1 : 0;
+    const int symbol = lookOf(kind).symbol != nullptr ? Metrics::px(symbolSize) + symbolGap - 1 : 0;
     return Metrics::width(FontRole::chip, text) + 2 * Metrics::px(side) + symbol;
 }
 
@@ -26,16 +44,16 @@ int Chip::height() {
 }
 
 void Chip::draw(QPainter& painter, int x, int top, int lineHeight) const {
-    const bool warns = kind == Kind::warning;
+    const Look look = lookOf(kind);
     const QRect box(x, top + (lineHeight - height()) / 2, width(), height());
-    Paint::rounded(painter, box, height() / 2.0, Theme::colour(warns ? Colour::warningTint : Colour::control));
+    Paint::rounded(painter, box, height() / 2.0, Theme::colour(look.ground));
     int left = box.left() + Metrics::px(side);
-    const QColor ink = Theme::colour(warns ? Colour::warning : Colour::text2);
-    if (warns) {
+    const QColor ink = Theme::colour(look.ink);
+    if (look.symbol != nullptr) {
         --left;
         const int size = Metrics::px(symbolSize);
-        Icons::draw(painter, QPointF(left, box.top() + (box.height() - size) / 2.0),
-                    QStringLiteral("exclamationmark.triangle"), ink, size);
+        Icons::draw(painter, QPointF(left, box.top() + (box.height() - size) / 2.0), QLatin1String(look.symbol), ink,
+                    size);
         left += size + symbolGap;
     }
     Paint::text(painter, QRect(left, box.top(), box.right() - left, box.height()), FontRole::chip, ink, text);

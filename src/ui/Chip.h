@@ -9,7 +9,7 @@ namespace kestrune {
 
 /// A small label beside a name.
 struct Chip {
-    enum class Kind { warning, muted };
+    enum class Kind { warning, success, muted };
 
     Kind kind = Kind::muted;
     QString text;
