@@ -10,6 +10,7 @@
 #include <string>
 
 #include "engine/SystemEngine.h"
+#include "platform/linux/DesktopEntryFolders.h"
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessRunner.h"
@@ -123,7 +124,7 @@ void batteryOnALaptop(benchmark::State& state) {
 }
 
 void runningPrograms(benchmark::State& state) {
-    LinuxRunningPrograms applications("/proc", LinuxRunningPrograms::standardApplicationFolders("/root"));
+    LinuxRunningPrograms applications("/proc", DesktopEntryFolders::standard("/root"));
     for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(applications.names());
     }

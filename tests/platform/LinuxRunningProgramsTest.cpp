@@ -16,49 +16,6 @@ std::string entryText(const std::string& name, const std::string& exec, const st
     return "[Desktop Entry]\nType=Application\nName=" + name + "\nName[de]=Anders\nExec=" + exec + "\n" + more;
 }
 
-std::vector<std::string> programsOf(const std::string& exec) {
-    return parseDesktopEntry(entryText("Name", exec)).value().programs;
-}
-
-TEST(DesktopEntry, readsTheMainGroupOnly) {
-    const auto entry = parseDesktopEntry(
-        "# comment\n[Desktop Entry]\nType = Application\nName = Text Editor\nExec=gedit %U\nTryExec=/usr/bin/gedit\n"
-        "StartupWMClass=Gedit\n[Desktop Action new]\nName=New Window\nExec=other --new-window\n");
-    ASSERT_TRUE(entry);
-    EXPECT_EQ(entry->name, "Text Editor");
-    EXPECT_EQ(entry->programs, (std::vector<std::string>{"gedit", "Gedit"}));
-    EXPECT_FALSE(entry->hasOwnArguments);
-}
-
-TEST(DesktopEntry, whatIsNoShownApplicationIsLeftOut) {
-    EXPECT_EQ(parseDesktopEntry(""), std::nullopt);
-    EXPECT_EQ(parseDesktopEntry("[Desktop Entry]\nType=Link\nName=x\n"), std::nullopt);
-    EXPECT_EQ(parseDesktopEntry("[Desktop Entry]\nType=Application\nExec=x\n"), std::nullopt);
-    EXPECT_EQ(parseDesktopEntry(entryText("x", "x", "NoDisplay=true\n")), std::nullopt);
-    EXPECT_EQ(parseDesktopEntry(entryText("x", "x", "Hidden=true\n")), std::nullopt);
-    EXPECT_TRUE(parseDesktopEntry(entryText("x", "x", "NoDisplay=false\n")));
-}
-
-TEST(DesktopEntry, execIsReadWithItsQuotingAndLaunchers) {
-    EXPECT_EQ(programsOf("/opt/app/run %F"), std::vector<std::string>{"run"});
-    EXPECT_EQ(programsOf("\"/opt/My App/my app\" %u"), std::vector<std::string>{"my app"});
-    EXPECT_EQ(programsOf("env GDK_BACKEND=x11 /usr/bin/tool"), std::vector<std::string>{"tool"});
-    EXPECT_EQ(programsOf("python3 /usr/share/tool/tool.py"), std::vector<std::string>{"tool.py"});
-    EXPECT_EQ(programsOf("/usr/bin/flatpak run --branch=stable --command=gimp-2.10 org.gimp.GIMP @@u %U @@"),
-              std::vector<std::string>{"gimp-2.10"});
-    EXPECT_EQ(programsOf("sh"), std::vector<std::string>{});
-    EXPECT_EQ(programsOf(""), std::vector<std::string>{});
-    EXPECT_EQ(programsOf("\""), std::vector<std::string>{});
-}
-
-TEST(DesktopEntry, launchersCarryVersions) {
-    EXPECT_TRUE(isLauncher("python3.11"));
-    EXPECT_TRUE(isLauncher("bash"));
-    EXPECT_FALSE(isLauncher("pythonic"));
-    EXPECT_FALSE(isLauncher(""));
-    EXPECT_FALSE(isLauncher("3"));
-}
-
 class ApplicationNamesTest : public testing::Test {
 protected:
     void know(const std::string& name, const std::string& exec, const std::string& more = {}) {
@@ -67,6 +24,11 @@ protected:
 
     ApplicationNames names;
 };
+
+TEST_F(ApplicationNamesTest, entryThatMenusDoNotShowNamesNothing) {
+    know("Handler", "tool %U", "NoDisplay=true\n");
+    EXPECT_EQ(names.nameOf({"/usr/bin/tool", {}, ""}), "tool");
+}
 
 TEST_F(ApplicationNamesTest, desktopEntryNamesTheExecutable) {
     know("Visual Studio Code", "/usr/share/code/code %F");
@@ -188,13 +150,6 @@ TEST_F(LinuxRunningProgramsTest, realProcessesAreFound) {
         EXPECT_FALSE(name.empty());
         EXPECT_EQ(name.find('/'), std::string::npos) << name;
     }
-}
-
-TEST_F(LinuxRunningProgramsTest, usersOwnFolderComesFirst) {
-    const std::vector<std::string> folders = LinuxRunningPrograms::standardApplicationFolders("/home/u");
-    ASSERT_GE(folders.size(), 5U);
-    EXPECT_NE(folders.front().find("/applications"), std::string::npos);
-    EXPECT_EQ(folders.back(), "/var/lib/snapd/desktop/applications");
 }
 
 }  // namespace

@@ -64,13 +64,6 @@ bool isBelow(const std::string& path, const KnownFolder& folder) {
     return false;
 }
 
-std::string nameByFolder(std::string_view executable) {
-    const std::string path = lowerCased(executable);
-    const auto known = std::find_if(knownFolders.begin(), knownFolders.end(),
-                                    [&path](const KnownFolder& folder) { return isBelow(path, folder); });
-    return known == knownFolders.end() ? std::string{} : std::string(known->name);
-}
-
 // The script or module an interpreter was started with; empty for "-c" and for none.
 std::string scriptOf(const std::vector<std::string>& arguments) {
     for (std::size_t i = 1; i < arguments.size(); ++i) {
@@ -102,9 +95,37 @@ bool isComfyUI(const std::string& script, const std::string& workingFolder) {
     return startsWith(file, product);
 }
 
+std::string executableOf(const ProcessFacts& process) {
+    if (!process.executable.empty()) {
+        return withoutDeletedMark(process.executable);
+    }
+    return process.arguments.empty() ? std::string{} : process.arguments.front();
+}
+
 }  // namespace
 
+std::string productAt(std::string_view executable) {
+    const std::string path = lowerCased(executable);
+    const auto known = std::find_if(knownFolders.begin(), knownFolders.end(),
+                                    [&path](const KnownFolder& folder) { return isBelow(path, folder); });
+    return known == knownFolders.end() ? std::string{} : std::string(known->name);
+}
+
+std::vector<std::string> programsOf(const ProcessFacts& process) {
+    std::vector<std::string> programs{lastPathComponent(executableOf(process))};
+    if (!process.arguments.empty()) {
+        programs.push_back(lastPathComponent(process.arguments.front()));
+    }
+    if (isLauncher(programs.front())) {
+        programs.push_back(lastPathComponent(scriptOf(process.arguments)));
+    }
+    return programs;
+}
+
 void ApplicationNames::add(const DesktopEntry& entry) {
+    if (!entry.isShown) {
+        return;
+    }
     for (const std::string& program : entry.programs) {
         const auto [known, isNew] = m_byProgram.try_emplace(program, Named{entry.name, entry.hasOwnArguments});
         if (!isNew && known->second.hasOwnArguments && !entry.hasOwnArguments) {
@@ -114,26 +135,20 @@ void ApplicationNames::add(const DesktopEntry& entry) {
 }
 
 std::string ApplicationNames::nameOf(const ProcessFacts& process) const {
-    const std::string firstArgument = process.arguments.empty() ? std::string{} : process.arguments.front();
-    const std::string executable = process.executable.empty() ? firstArgument : withoutDeletedMark(process.executable);
-    std::string program = lastPathComponent(executable);
-    if (std::string name = nameByFolder(executable); !name.empty()) {
+    if (std::string name = productAt(executableOf(process)); !name.empty()) {
         return name;
     }
-    std::vector<std::string> candidates{program, lastPathComponent(firstArgument)};
-    if (isLauncher(program)) {
-        const std::string script = scriptOf(process.arguments);
-        if (startsWith(program, "python") && isComfyUI(script, process.workingFolder)) {
-            return "ComfyUI";
-        }
-        candidates.push_back(lastPathComponent(script));
+    const std::vector<std::string> programs = programsOf(process);
+    if (startsWith(programs.front(), "python") && isLauncher(programs.front()) &&
+        isComfyUI(scriptOf(process.arguments), process.workingFolder)) {
+        return "ComfyUI";
     }
-    for (const std::string& candidate : candidates) {
-        if (std::string name = lookUp(candidate); !name.empty()) {
+    for (const std::string& program : programs) {
+        if (std::string name = lookUp(program); !name.empty()) {
             return name;
         }
     }
-    return program;
+    return programs.front();
 }
 
 std::string ApplicationNames::lookUp(const std::string& program) const {

@@ -20,7 +20,11 @@ struct Fields {
     std::string exec;
     std::string tryExec;
     std::string windowClass;
+    std::string icon;
+    std::string translatedName;
+    std::size_t translation = 0;  ///< its place among the languages
     bool isShown = true;
+    bool isDeleted = false;
 };
 
 std::string_view trimmed(std::string_view text) {
@@ -64,8 +68,30 @@ std::string unescaped(std::string_view value) {
     return text;
 }
 
-Fields readFields(std::string_view text) {
+// Keeps value when it is a translation of the name into a better language than the one kept so far.
+void readTranslation(std::string_view key, const std::string& value, const std::vector<std::string>& languages,
+                     Fields& fields) {
+    constexpr std::string_view prefix = "Name[";
+    if (key.substr(0, prefix.size()) != prefix || key.back() != ']' || value.empty() || !isValidUtf8(value)) {
+        return;
+    }
+    const std::string_view language = key.substr(prefix.size(), key.size() - prefix.size() - 1);
+    const auto place =
+        static_cast<std::size_t>(std::find(languages.begin(), languages.end(), language) - languages.begin());
+    if (place < languages.size() && (fields.translatedName.empty() || place < fields.translation)) {
+        fields.translatedName = value;
+        fields.translation = place;
+    }
+}
+
+Fields readFields(std::string_view text, const std::vector<std::string>& languages) {
     Fields fields;
+    const std::array<std::pair<std::string_view, std::string*>, 6> kept{{{"Type", &fields.type},
+                                                                         {"Name", &fields.name},
+                                                                         {"Exec", &fields.exec},
+                                                                         {"TryExec", &fields.tryExec},
+                                                                         {"Icon", &fields.icon},
+                                                                         {"StartupWMClass", &fields.windowClass}}};
     bool isMainGroup = false;
     for (const std::string& raw : split(text, '\n')) {
         const std::string_view line = trimmed(raw);
@@ -74,24 +100,19 @@ Fields readFields(std::string_view text) {
             continue;
         }
         const std::size_t equals = line.find('=');
-        if (!isMainGroup || equals == std::string_view::npos || line.front() == '#') {
+        if (!isMainGroup || equals == std::string_view::npos || equals == 0 || line.front() == '#') {
             continue;
         }
         const std::string_view key = trimmed(line.substr(0, equals));
         const std::string value = unescaped(trimmed(line.substr(equals + 1)));
-        if (key == "Type") {
-            fields.type = value;
-        } else if (key == "Name") {
-            fields.name = value;
-        } else if (key == "Exec") {
-            fields.exec = value;
-        } else if (key == "TryExec") {
-            fields.tryExec = value;
-        } else if (key == "StartupWMClass") {
-            fields.windowClass = value;
-        } else if ((key == "NoDisplay" || key == "Hidden") && value == "true") {
-            fields.isShown = false;
+        for (const auto& [name, field] : kept) {
+            if (key == name) {
+                *field = value;
+            }
         }
+        readTranslation(key, value, languages, fields);
+        fields.isShown = fields.isShown && !(key == "NoDisplay" && value == "true");
+        fields.isDeleted = fields.isDeleted || (key == "Hidden" && value == "true");
     }
     return fields;
 }
@@ -166,15 +187,39 @@ bool isLauncher(std::string_view program) {
     return std::any_of(launchers.begin(), launchers.end(), [plain](std::string_view name) { return name == plain; });
 }
 
-std::optional<DesktopEntry> parseDesktopEntry(std::string_view text) {
-    const Fields fields = readFields(text);
-    if (fields.type != "Application" || fields.name.empty() || !fields.isShown) {
+std::vector<std::string> languagesOf(std::string_view locale) {
+    // lang_COUNTRY.ENCODING@MODIFIER
+    const std::size_t at = locale.find('@');
+    const std::string modifier(at == std::string_view::npos ? std::string_view{} : locale.substr(at));
+    const std::string territory(locale.substr(0, std::min(locale.find('.'), at)));
+    const std::string language = territory.substr(0, territory.find('_'));
+    if (language.empty() || language == "C" || language == "POSIX") {
+        return {};
+    }
+    std::vector<std::string> languages;
+    for (const std::string& plain : {territory, language}) {
+        for (const std::string& name : {plain + modifier, plain}) {
+            if (std::find(languages.begin(), languages.end(), name) == languages.end()) {
+                languages.push_back(name);
+            }
+        }
+    }
+    return languages;
+}
+
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::vector<std::string>& languages) {
+    const Fields fields = readFields(text, languages);
+    if (fields.type != "Application" || fields.name.empty() || fields.isDeleted) {
         return std::nullopt;
     }
     const Command command = commandOf(fields.exec);
     DesktopEntry entry;
     entry.name = fields.name;
+    entry.localizedName = fields.translatedName.empty() ? fields.name : fields.translatedName;
+    entry.icon = fields.icon;
+    entry.windowClass = fields.windowClass;
     entry.hasOwnArguments = command.hasOwnArguments;
+    entry.isShown = fields.isShown;
     for (const std::string& program : {lastPathComponent(fields.tryExec), command.program, fields.windowClass}) {
         const bool isKnown = std::find(entry.programs.begin(), entry.programs.end(), program) != entry.programs.end();
         if (!program.empty() && !isKnown && !isLauncher(program)) {

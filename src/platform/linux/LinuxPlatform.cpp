@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/PlatformServices.h"
+#include "platform/linux/DesktopEntryFolders.h"
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxAppearance.h"
 #include "platform/linux/LinuxDirectoryWalker.h"
@@ -18,6 +19,7 @@
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxPreferences.h"
 #include "platform/linux/LinuxProcessControl.h"
+#include "platform/linux/LinuxProcessListing.h"
 #include "platform/linux/LinuxProcessRunner.h"
 #include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
@@ -66,7 +68,8 @@ PlatformServices makePlatformServices() {
     services.processRunner = std::make_unique<LinuxProcessRunner>();
     services.systemTools = std::make_unique<LinuxSystemTools>();
     services.runningPrograms = std::make_unique<LinuxRunningPrograms>(
-        "/proc", LinuxRunningPrograms::standardApplicationFolders(services.homeDirectory));
+        "/proc", DesktopEntryFolders::standard(services.homeDirectory));
+    services.processListing = std::make_unique<LinuxProcessListing>();
     services.processControl = std::make_unique<LinuxProcessControl>();
     services.memoryPressure = std::make_unique<LinuxMemoryPressure>();
     services.preferences = std::make_unique<LinuxPreferences>(

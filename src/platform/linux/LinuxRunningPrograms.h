@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "platform/RunningPrograms.h"
 #include "platform/linux/ApplicationNames.h"
+#include "platform/linux/DesktopEntryFolders.h"
 
 namespace kestrune {
 
@@ -17,17 +17,11 @@ public:
     /// applicationFolders holds the folders with .desktop files, the user's own first.
     LinuxRunningPrograms(std::string procRoot, std::vector<std::string> applicationFolders);
 
-    /// The folders of the XDG Base Directory Specification and of the package runners, for a home folder.
-    [[nodiscard]] static std::vector<std::string> standardApplicationFolders(const std::string& home);
-
     [[nodiscard]] std::vector<std::string> names() override;
 
 private:
-    void readEntriesWhenChanged();
-
     std::string m_procRoot;
-    std::vector<std::string> m_folders;
-    std::vector<std::int64_t> m_folderTimes;  ///< nanoseconds, as of the last reading; empty before the first
+    DesktopEntryFolders m_folders;
     ApplicationNames m_names;
 };
 
