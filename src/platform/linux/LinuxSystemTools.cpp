@@ -2,11 +2,24 @@
 
 #include <unistd.h>
 
+#include <utility>
+
+#include "platform/linux/LinuxFileManager.h"
+#include "platform/linux/LinuxRootOnly.h"
+
 namespace kestrune {
 
+LinuxSystemTools::LinuxSystemTools() : LinuxSystemTools(KESTRUNE_CLEAR_CACHE_HELPER) {
+}
+
+LinuxSystemTools::LinuxSystemTools(std::string clearCacheHelper) : m_clearCacheHelper(std::move(clearCacheHelper)) {
+}
+
 ToolCommand LinuxSystemTools::withAdministratorRights(const ToolCommand& command) const {
-    std::vector<std::string> arguments{"--disable-internal-agent", command.executable};
-    arguments.insert(arguments.end(), command.arguments.begin(), command.arguments.end());
+    const bool hasHelper = command == purgeMemory() && onlyRootCanChangeProgram(m_clearCacheHelper);
+    const ToolCommand privileged = hasHelper ? ToolCommand{m_clearCacheHelper, {}} : command;
+    std::vector<std::string> arguments{"--disable-internal-agent", privileged.executable};
+    arguments.insert(arguments.end(), privileged.arguments.begin(), privileged.arguments.end());
     return {"/usr/bin/pkexec", arguments};
 }
 
@@ -15,7 +28,7 @@ ToolCommand LinuxSystemTools::userProcesses() const {
 }
 
 ToolCommand LinuxSystemTools::restartFileManager() const {
-    return {"/usr/bin/nautilus", {"-q"}};
+    return LinuxFileManager::quitCommand(LinuxFileManager::standardPlaces());
 }
 
 }  // namespace kestrune

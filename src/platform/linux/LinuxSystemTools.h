@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/SystemTools.h"
 
 namespace kestrune {
@@ -8,13 +10,21 @@ namespace kestrune {
 /// started".
 class LinuxSystemTools final : public SystemTools {
 public:
+    /// With the helper at the place it is installed to.
+    LinuxSystemTools();
+
+    /// clearCacheHelper is the absolute path of the program that clears cached memory as root.
+    explicit LinuxSystemTools(std::string clearCacheHelper);
+
     [[nodiscard]] ToolCommand diskFree() const override { return {"/bin/df", {"-k", "/"}}; }
 
     [[nodiscard]] ToolCommand deleteUnavailableSimulators() const override {
         return {"/usr/bin/xcrun", {"simctl", "delete", "unavailable"}};
     }
 
-    /// polkit's question (pkexec(1)).
+    /// polkit's question (pkexec(1)); without a graphical agent it is refused and never asked in a terminal. Clearing
+    /// cached memory goes to our own helper, whose question says what it is for and whose answer allows nothing else,
+    /// as long as nobody but root can have written it.
     [[nodiscard]] ToolCommand withAdministratorRights(const ToolCommand& command) const override;
 
     [[nodiscard]] ToolCommand topProcesses() const override {
@@ -50,6 +60,9 @@ public:
         return {{"/usr/bin/gsettings",
                  {"set", "org.gnome.desktop.interface", "enable-animations", reduce ? "false" : "true"}}};
     }
+
+private:
+    const std::string m_clearCacheHelper;
 };
 
 }  // namespace kestrune
