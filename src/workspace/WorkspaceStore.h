@@ -190,8 +190,8 @@ public:
 
     // Quitting and stopping. Each asks first, and never ends what is protected.
 
-    /// Asks item to quit, or ends it at once (force); a developer process gets a termination request either way.
-    void quitApp(const RunningItem& item, bool force);
+    /// Asks row to quit, or ends it at once (force); a developer process gets a termination request either way.
+    void quitApp(const RunningItem& row, bool force);
 
     /// Asks every other application to quit.
     void quitOtherApps();

@@ -1,5 +1,4 @@
-#include <algorithm>
-
+#include "engine/AppProtection.h"
 #include "workspace/ReadableText.h"
 #include "workspace/WorkspaceStore.h"
 
@@ -12,8 +11,7 @@ bool WorkspaceStore::isProtected(const RunningItem& item) const {
 
 bool WorkspaceStore::isKept(const RunningItem& item) const {
     const auto kept = m_parts.engine.alwaysKeepApps();
-    return m_parts.engine.isProtected(item.name) || m_parts.engine.isProtected(item.executable) ||
-           std::find(kept.begin(), kept.end(), item.name) != kept.end();
+    return AppProtection::sparesApplication(item.name, kept) || AppProtection::isProtected(item.executable, kept);
 }
 
 bool WorkspaceStore::canQuitApplication(const std::string& name, std::int32_t pid, bool regular,

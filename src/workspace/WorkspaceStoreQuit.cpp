@@ -96,7 +96,9 @@ Alert purgeQuestion() {
 
 }  // namespace
 
-void WorkspaceStore::quitApp(const RunningItem& item, bool force) {
+void WorkspaceStore::quitApp(const RunningItem& row, bool force) {
+    // row may lie in a list that is replaced while the question is open.
+    const RunningItem item = row;
     if (m_confirming || item.id == m_parts.engine.processIdentifier() || isProtected(item)) {
         return;
     }

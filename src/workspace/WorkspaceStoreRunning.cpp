@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "base/Text.h"
+#include "platform/ProcessText.h"
 #include "workspace/RunningRows.h"
 #include "workspace/WorkspaceStore.h"
 
@@ -45,6 +46,10 @@ void WorkspaceStore::refreshProcessesSoon() {
 
 bool WorkspaceStore::isAIProcess(const std::string& name, const std::string& executable) {
     return isAIToolName(name) || isAIToolName(lastPathComponent(executable));
+}
+
+ListeningPorts WorkspaceStore::listeningPorts(const std::string& output) {
+    return ProcessText::listeningPorts(output);
 }
 
 }  // namespace kestrune
