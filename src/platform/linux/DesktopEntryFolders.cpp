@@ -1,12 +1,8 @@
 #include "platform/linux/DesktopEntryFolders.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -14,8 +10,8 @@
 #include <system_error>
 #include <utility>
 
-#include "base/Text.h"
-#include "platform/linux/LinuxFileDescriptor.h"
+#include "platform/linux/LinuxRegularFile.h"
+#include "platform/linux/LinuxXdgFolders.h"
 
 namespace kestrune {
 
@@ -49,33 +45,6 @@ std::int64_t changeTime(const std::string& folder) {
     return std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
 }
 
-// The start of a regular file. A FIFO or a device in its place is not waited for.
-std::optional<std::string> readEntry(const std::string& path) {
-    const LinuxFileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-
-    struct stat status {};
-
-    if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
-    std::string text(std::min(longestEntry, static_cast<std::size_t>(std::max<off_t>(status.st_size, 0))), '\0');
-    std::size_t length = 0;
-    while (length < text.size()) {
-        const ssize_t count = ::read(file.get(), text.data() + length, text.size() - length);
-        if (count == 0 || (count < 0 && errno != EINTR)) {
-            break;
-        }
-        length += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    text.resize(length);
-    return text;
-}
-
-std::string environmentOr(const char* name, const std::string& otherwise) {
-    const char* const value = std::getenv(name);
-    return value != nullptr && *value != '\0' ? value : otherwise;
-}
-
 }  // namespace
 
 DesktopEntryFolders::DesktopEntryFolders(std::vector<std::string> folders, std::vector<std::string> languages)
@@ -83,13 +52,10 @@ DesktopEntryFolders::DesktopEntryFolders(std::vector<std::string> folders, std::
 }
 
 std::vector<std::string> DesktopEntryFolders::standard(const std::string& home) {
-    std::vector<std::string> folders{environmentOr("XDG_DATA_HOME", home + "/.local/share") + "/applications"};
-    for (const std::string& folder : split(environmentOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
-        folders.push_back(folder + "/applications");
+    std::vector<std::string> folders = LinuxXdgFolders::data(home);
+    for (std::string& folder : folders) {
+        folder += "/applications";
     }
-    folders.push_back(home + "/.local/share/flatpak/exports/share/applications");
-    folders.emplace_back("/var/lib/flatpak/exports/share/applications");
-    folders.emplace_back("/var/lib/snapd/desktop/applications");
     return folders;
 }
 
@@ -107,7 +73,8 @@ bool DesktopEntryFolders::refresh() {
     for (const std::string& folder : m_folders) {
         for (const std::string& name : entryNamesIn(folder)) {
             const std::optional<std::string> text =
-                known.contains(name) ? std::nullopt : readEntry(std::string(folder).append("/").append(name));
+                known.contains(name) ? std::nullopt
+                                     : readRegularFile(std::string(folder).append("/").append(name), longestEntry);
             if (!text) {
                 continue;
             }

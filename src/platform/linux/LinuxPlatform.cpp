@@ -1,5 +1,7 @@
 #include <unistd.h>
 
+#include <QIcon>
+
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -21,6 +23,7 @@
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessListing.h"
 #include "platform/linux/LinuxProcessRunner.h"
+#include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxTrash.h"
@@ -51,6 +54,18 @@ std::string configHome(const std::string& home) {
     return path.empty() ? home + "/.config" : path;
 }
 
+DesktopApplications installedApplications(const std::string& home) {
+    const char* locale = nullptr;
+    for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* const value = std::getenv(name);
+        if (locale == nullptr && value != nullptr && *value != '\0') {
+            locale = value;
+        }
+    }
+    return {DesktopEntryFolders(DesktopEntryFolders::standard(home), languagesOf(locale == nullptr ? "" : locale)),
+            IconFiles::standard(home, {QIcon::themeName().toStdString(), QIcon::fallbackThemeName().toStdString()})};
+}
+
 }  // namespace
 
 PlatformServices makePlatformServices() {
@@ -67,6 +82,8 @@ PlatformServices makePlatformServices() {
     services.fileStore = std::make_unique<LinuxFileStore>();
     services.processRunner = std::make_unique<LinuxProcessRunner>();
     services.systemTools = std::make_unique<LinuxSystemTools>();
+    services.runningApplications = std::make_unique<LinuxRunningApplications>(
+        makeApplicationSources(), installedApplications(services.homeDirectory));
     services.runningPrograms = std::make_unique<LinuxRunningPrograms>(
         "/proc", DesktopEntryFolders::standard(services.homeDirectory));
     services.processListing = std::make_unique<LinuxProcessListing>();

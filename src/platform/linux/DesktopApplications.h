@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "platform/linux/ApplicationSource.h"
+#include "platform/linux/DesktopEntryFolders.h"
+#include "platform/linux/DesktopEntryIndex.h"
+#include "platform/linux/IconFiles.h"
+#include "platform/linux/ProcessFacts.h"
+
+namespace kestrune {
+
+/// How the desktop shows an application; each may be empty.
+struct ApplicationIdentity {
+    std::string name;
+    std::string identifier;  ///< of its desktop entry
+    std::string icon;        ///< absolute path of a picture
+
+    bool operator==(const ApplicationIdentity&) const = default;
+};
+
+/// The applications that are installed, as their .desktop files tell. One thread at a time.
+class DesktopApplications final {
+public:
+    DesktopApplications(DesktopEntryFolders folders, IconFiles icons);
+
+    /// Looks for changes. True when identityOf() may answer something else than before.
+    [[nodiscard]] bool refresh();
+
+    /// What to call a running application. Without a desktop entry: the product its folder tells, its own name, or that
+    /// of its executable.
+    [[nodiscard]] ApplicationIdentity identityOf(const SourcedApplication& application, const ProcessFacts& process);
+
+private:
+    DesktopEntryFolders m_folders;
+    DesktopEntryIndex m_index;
+    IconFiles m_icons;
+};
+
+}  // namespace kestrune

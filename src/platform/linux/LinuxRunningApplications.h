@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/RunningApplications.h"
+#include "platform/linux/ApplicationSource.h"
+#include "platform/linux/DesktopApplications.h"
+#include "platform/linux/MergedApplications.h"
+
+namespace kestrune {
+
+/// Merges what the parts of the desktop tell about applications, and holds every process to its start time. The
+/// applications of other users on the same display are left out. A program that shows nothing but dialogs, or windows
+/// that keep out of the taskbar, is an accessory one. Main thread.
+class LinuxRunningApplications final : public RunningApplications {
+public:
+    /// sources, the most telling first. procRoot is where the list reads about processes.
+    LinuxRunningApplications(std::vector<std::unique_ptr<ApplicationSource>> sources, DesktopApplications installed,
+                             std::string procRoot = "/proc");
+
+    [[nodiscard]] std::vector<RunningApplication> runningApplications() override;
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
+    [[nodiscard]] std::optional<RunningApplication> application(std::int32_t processIdentifier) override;
+    [[nodiscard]] bool tellsFrontmost() override;
+    void observeActivation(ActivationHandler handler) override;
+    [[nodiscard]] bool isTerminated(const RunningApplication& application) override;
+    [[nodiscard]] bool terminate(const RunningApplication& application) override;
+    [[nodiscard]] bool forceTerminate(const RunningApplication& application) override;
+
+private:
+    /// What was found out about a process, good for as long as it runs and its sources say the same.
+    struct Known {
+        std::uint64_t startTime = 0;
+        SourcedApplication sourced;
+        std::string command;  ///< what its process ran then
+        std::optional<RunningApplication> application;
+    };
+
+    [[nodiscard]] MergedApplications ask();
+    [[nodiscard]] std::optional<RunningApplication> described(const SourcedApplication& application);
+    [[nodiscard]] Known lookUp(const SourcedApplication& application, int folder, std::uint64_t startTime);
+    [[nodiscard]] std::optional<RunningApplication> describedWithProcess(std::int32_t pid);
+    void tellActivation(std::int32_t pid);
+
+    std::vector<std::unique_ptr<ApplicationSource>> m_sources;
+    DesktopApplications m_installed;
+    std::string m_procRoot;
+    std::map<std::int32_t, Known> m_known;
+    ActivationHandler m_handler;
+    std::pair<std::int32_t, std::uint64_t> m_lastActivated;  ///< pid and start time
+};
+
+}  // namespace kestrune
