@@ -13,6 +13,17 @@ ActivityEntry entryTitled(const std::string& title) {
     return {makeActivityId(), WallTime{Seconds{1'700'000'000}}, title, "detail", std::nullopt, false};
 }
 
+WorkspaceStoreParts partsWithThreads(StoreFixture& fixture) {
+    return {fixture.engine,       fixture.cleaners,
+            fixture.preferences,  fixture.fileStore,
+            fixture.fileQueries,  fixture.fileViewer,
+            fixture.applications, fixture.programs,
+            fixture.processes,    fixture.processControl,
+            fixture.systemTools,  fixture.memoryPressure,
+            fixture.alerts,       fixture.mainQueue,
+            fixture.clock,        [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }};
+}
+
 }  // namespace
 
 TEST(WorkspaceStore, everyFieldBeginsWithItsInitialValue) {
@@ -114,11 +125,7 @@ TEST(WorkspaceStore, thePressureSourceMayOutliveTheStore) {
 TEST(WorkspaceStore, itsEndWaitsForRealQueuesAndKeepsEveryRecord) {
     StoreFixture fixture;
     {
-        WorkspaceStore store({fixture.engine, fixture.cleaners, fixture.preferences, fixture.fileStore,
-                              fixture.fileQueries, fixture.fileViewer, fixture.applications, fixture.programs,
-                              fixture.processes, fixture.processControl, fixture.memoryPressure, fixture.alerts,
-                              fixture.mainQueue, fixture.clock,
-                              [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }});
+        WorkspaceStore store(partsWithThreads(fixture));
         for (int i = 0; i < 20; ++i) {
             store.record(entryTitled(std::to_string(i)));
         }
@@ -126,6 +133,26 @@ TEST(WorkspaceStore, itsEndWaitsForRealQueuesAndKeepsEveryRecord) {
     const auto kept = ActivityLog::load(fixture.fileStore, fixture.home);
     ASSERT_EQ(kept.size(), 20U);
     EXPECT_EQ(kept[0].title, "19");
+}
+
+TEST(WorkspaceStore, itsEndWaitsForAListingAndAStopThatRun) {
+    StoreFixture fixture;
+    RunningItem row;
+    row.id = 300;
+    row.name = "node";
+    row.executable = "/usr/bin/node";
+    fixture.processControl.running = {{300, "/usr/bin/node", 0}};
+    {
+        WorkspaceStore store(partsWithThreads(fixture));
+        store.refreshProcesses();
+        store.quitApp(row, false);
+    }
+    fixture.mainQueue.runPosted();
+    EXPECT_EQ(fixture.processes.reads, 1);
+    EXPECT_EQ(fixture.processControl.requests.size(), 1U);
+    const auto kept = ActivityLog::load(fixture.fileStore, fixture.home);
+    ASSERT_EQ(kept.size(), 1U);
+    EXPECT_EQ(kept[0].title, "Stop requested: node");
 }
 
 }  // namespace kestrune
