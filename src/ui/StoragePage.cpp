@@ -9,12 +9,12 @@
 #include "ui/Button.h"
 #include "ui/EmptyState.h"
 #include "ui/LoadingRows.h"
+#include "ui/NoteStrips.h"
 #include "ui/ProgressStrip.h"
 #include "ui/RowList.h"
 #include "ui/StorageControls.h"
 #include "ui/StorageFooter.h"
 #include "ui/StorageRow.h"
-#include "ui/Strip.h"
 #include "ui/TextLabel.h"
 #include "ui/UiText.h"
 #include "workspace/StorageListing.h"
@@ -50,7 +50,7 @@ FocusPlace focusPlace(const RowList& list) {
 StoragePage::StoragePage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::storage, parent),
       m_progress(new ProgressStrip(this)),
-      m_notes(new QVBoxLayout),
+      m_notes(new NoteStrips(body())),
       m_controls(new StorageControls(body())),
       m_list(new RowList(QStringLiteral("Cleanup locations"), body())),
       m_loading(new LoadingRows(body())),
@@ -64,8 +64,7 @@ StoragePage::StoragePage(WorkspaceStore& store, QWidget* parent)
                        "projects, archives and Docker disk are kept out of this cleanup."));
     intro->setFit(TextLabel::Fit::wrap);
     intro->setLongestLine(Metrics::px(longestIntro));
-    m_notes->setSpacing(8);
-    content().addLayout(m_notes);
+    content().addWidget(m_notes);
     content().addWidget(intro);
     content().addSpacing(16);
     content().addWidget(m_controls);
@@ -108,7 +107,7 @@ void StoragePage::arrange(int margin, bool narrow) {
 
 void StoragePage::refresh() {
     refreshProgress();
-    refreshNotes();
+    m_notes->setNotes(store().scanNotes.get());
     refreshControls();
     refreshRows();
     refreshFooter();
@@ -128,25 +127,6 @@ void StoragePage::refreshProgress() {
     }
     m_progress->setVisible(scanning || cleaning);
     arrangeStrips();
-}
-
-void StoragePage::refreshNotes() {
-    const auto& notes = store().scanNotes.get();
-    while (m_notes->count() > static_cast<int>(notes.size())) {
-        const std::unique_ptr<QLayoutItem> item(m_notes->takeAt(m_notes->count() - 1));
-        item->widget()->hide();
-        item->widget()->deleteLater();
-    }
-    while (m_notes->count() < static_cast<int>(notes.size())) {
-        auto* strip = new Strip(body());
-        m_notes->addWidget(strip);
-        strip->show();
-    }
-    for (std::size_t index = 0; index < notes.size(); ++index) {
-        auto* strip = static_cast<Strip*>(m_notes->itemAt(static_cast<int>(index))->widget());
-        strip->setSentence(Tone::warning, shown(notes[index]));
-    }
-    m_notes->setContentsMargins(0, 0, 0, notes.empty() ? 0 : 16);
 }
 
 void StoragePage::refreshControls() {

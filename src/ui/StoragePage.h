@@ -10,6 +10,7 @@ namespace kestrune {
 
 class EmptyState;
 class LoadingRows;
+class NoteStrips;
 class ProgressStrip;
 class RowList;
 class StorageControls;
@@ -31,7 +32,6 @@ protected:
 private:
     void connectControls();
     void refreshProgress();
-    void refreshNotes();
     void refreshControls();
     void refreshRows();
     void refreshEmpty(bool anyRow);
@@ -40,7 +40,7 @@ private:
     void chainFocus();
 
     ProgressStrip* m_progress;
-    QVBoxLayout* m_notes;
+    NoteStrips* m_notes;
     StorageControls* m_controls;
     RowList* m_list;
     LoadingRows* m_loading;
