@@ -62,7 +62,10 @@ ProcessSnapshot LinuxProcessListing::snapshot() {
         inodes.push_back(socket.inode);
     }
     snapshot.processes = m_table.refresh(procFolder.get(), anew);
-    m_owners.refresh(procFolder.get(), inodes, snapshot.processes, anew);
+    if (anew) {
+        m_owners.forget();
+    }
+    m_owners.refresh(procFolder.get(), inodes, snapshot.processes, m_table.active());
     snapshot.listeners = endpointsOf(m_owners.holders(), sockets);
     return snapshot;
 }

@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <ctime>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -42,11 +43,21 @@ std::optional<std::uint32_t> effectiveUserOf(int folder, const char* path, int f
     return ::fstatat(folder, path, &status, flags) == 0 ? std::optional(status.st_uid) : std::nullopt;
 }
 
+// /proc may belong to another pid namespace than this program.
+bool isOfOwnNamespace(int procFolder) {
+    std::array<char, 16> buffer;
+    const ssize_t length = ::readlinkat(procFolder, "self", buffer.data(), buffer.size());
+    return length > 0 &&
+           std::string_view(buffer.data(), static_cast<std::size_t>(length)) == std::to_string(::getpid());
+}
+
 }  // namespace
 
 std::vector<ProcessRecord> LinuxProcessTable::refresh(int procFolder, bool anew) {
     m_ticksSinceBoot =
         LinuxProcessFigures::ticksSinceBoot(contentOf(procFolder, "uptime"), m_ticksPerSecond).value_or(0);
+    m_hasClocks = isOfOwnNamespace(procFolder);
+    m_active.clear();
     std::vector<Entry> known = std::exchange(m_entries, {});
     auto old = known.begin();
     std::vector<ProcessRecord> records;
@@ -61,6 +72,9 @@ std::vector<ProcessRecord> LinuxProcessTable::refresh(int procFolder, bool anew)
         }
         if (entry.isUsers) {
             records.push_back(entry.record);
+            if (entry.ran) {
+                m_active.push_back(entry.pid);
+            }
         }
         m_entries.push_back(std::move(entry));
     }
@@ -91,8 +105,11 @@ bool LinuxProcessTable::learn(int procFolder, Entry& entry) {
     if (!folder) {
         return false;
     }
+    // Before everything else, so that whatever runs from here on is seen to have run.
+    entry.processorClock = processorClockOf(entry.pid);
     const std::optional<std::uint32_t> effectiveUser = effectiveUserOf(folder.get(), "", AT_EMPTY_PATH);
-    const std::optional<std::uint32_t> realOwner = LinuxProcessIdentity::realOwnerOf(folder.get());
+    const std::optional<std::uint32_t> realOwner =
+        LinuxProcessIdentity::parseRealOwner(contentOf(folder.get(), "status"));
     if (!effectiveUser || !realOwner) {
         return false;
     }
@@ -111,29 +128,48 @@ bool LinuxProcessTable::learn(int procFolder, Entry& entry) {
     entry.record.pid = entry.pid;
     entry.record.startTime = stat->startTime;
     entry.record.command = LinuxProcessIdentity::executableOf(folder.get()).value_or(std::move(stat->name));
-    return takeFigures(entry, stat->processorTicks, contentOf(folder.get(), "statm"));
+    entry.processorTicks = stat->processorTicks;
+    return takeFigures(entry, contentOf(folder.get(), "statm"));
 }
 
 bool LinuxProcessTable::update(int procFolder, Entry& entry) {
+    const std::int64_t clock = processorClockOf(entry.pid);
+    entry.ran = clock < 0 || clock != entry.processorClock;
+    entry.processorClock = clock;
     if (!entry.isUsers) {
-        // A real owner that differs from the effective one may change unseen.
-        return entry.effectiveUser != m_user &&
-               effectiveUserOf(procFolder, ProcessPath(entry.pid, "").text(), 0) == entry.effectiveUser;
+        // The real owner of one that shares its effective owner with the user may change unseen.
+        return !entry.ran || (entry.effectiveUser != m_user &&
+                              effectiveUserOf(procFolder, ProcessPath(entry.pid, "").text(), 0) == entry.effectiveUser);
     }
-    const std::string_view text = contentOf(procFolder, ProcessPath(entry.pid, "/stat").text());
-    const std::optional<LinuxProcessIdentity::Stat> stat = LinuxProcessIdentity::parseStat(text);
-    // A process that takes on another owner hides its image from then on.
-    return stat && stat->startTime == entry.record.startTime && entry.imageMark != 0 &&
-           LinuxProcessFigures::imageMark(text) == entry.imageMark &&
-           takeFigures(entry, stat->processorTicks, contentOf(procFolder, ProcessPath(entry.pid, "/statm").text()));
+    if (entry.ran) {
+        const std::string_view text = contentOf(procFolder, ProcessPath(entry.pid, "/stat").text());
+        const std::optional<LinuxProcessIdentity::Stat> stat = LinuxProcessIdentity::parseStat(text);
+        // A process that takes on another owner hides its image from then on.
+        if (!stat || stat->startTime != entry.record.startTime || entry.imageMark == 0 ||
+            LinuxProcessFigures::imageMark(text) != entry.imageMark) {
+            return false;
+        }
+        entry.processorTicks = stat->processorTicks;
+    }
+    return takeFigures(entry, contentOf(procFolder, ProcessPath(entry.pid, "/statm").text()));
 }
 
-bool LinuxProcessTable::takeFigures(Entry& entry, std::uint64_t processorTicks, std::string_view statm) const {
+bool LinuxProcessTable::takeFigures(Entry& entry, std::string_view statm) const {
     const std::optional<std::int64_t> pages = LinuxProcessFigures::residentPages(statm);
     entry.record.residentKilobytes = pages.value_or(0) * m_kilobytesPerPage;
-    entry.record.cpu =
-        LinuxProcessFigures::processorShare(processorTicks, entry.record.startTime, m_ticksSinceBoot, m_ticksPerSecond);
+    entry.record.cpu = LinuxProcessFigures::processorShare(entry.processorTicks, entry.record.startTime,
+                                                           m_ticksSinceBoot, m_ticksPerSecond);
     return pages.has_value();
+}
+
+std::int64_t LinuxProcessTable::processorClockOf(std::int32_t pid) const {
+    constexpr std::int64_t billion = 1'000'000'000;
+    clockid_t clock = 0;
+    timespec time{};
+    if (!m_hasClocks || ::clock_getcpuclockid(pid, &clock) != 0 || ::clock_gettime(clock, &time) != 0) {
+        return -1;
+    }
+    return std::int64_t{time.tv_sec} * billion + time.tv_nsec;
 }
 
 std::string_view LinuxProcessTable::contentOf(int folder, const char* path) {

@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxSocketOwners.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -21,13 +22,13 @@ namespace {
 
 constexpr std::size_t longestPath = 64;
 
-// The inode of the socket that the link name below folder leads to; 0 for everything else.
-std::uint64_t socketAt(int folder, const char* name) {
+// The inode of the socket that the link name below folder leads to; 0 for everything else, nothing without a link.
+std::optional<std::uint64_t> linkedSocket(int folder, const char* name) {
     constexpr std::string_view prefix = "socket:[";
     std::array<char, 40> buffer;
     const ssize_t length = ::readlinkat(folder, name, buffer.data(), buffer.size());
-    if (length <= 0) {
-        return 0;
+    if (length < 0) {
+        return std::nullopt;
     }
     std::string_view target(buffer.data(), static_cast<std::size_t>(length));
     if (!target.starts_with(prefix)) {
@@ -51,16 +52,16 @@ bool isBefore(const LinuxSocketOwners::Holder& one, const LinuxSocketOwners::Hol
 }  // namespace
 
 void LinuxSocketOwners::refresh(int procFolder, const std::vector<std::uint64_t>& inodes,
-                                const std::vector<ProcessRecord>& processes, bool anew) {
+                                const std::vector<ProcessRecord>& processes, const std::vector<std::int32_t>& active) {
     std::vector<Process> now;
     now.reserve(processes.size());
     for (const ProcessRecord& process : processes) {
         now.emplace_back(process.pid, process.startTime);
     }
-    bool everything = anew || !std::includes(m_inodes.begin(), m_inodes.end(), inodes.begin(), inodes.end());
+    bool everything = !std::includes(m_inodes.begin(), m_inodes.end(), inodes.begin(), inodes.end());
     if (!everything) {
         const std::vector<std::uint64_t> before = heldInodes();
-        for (const std::int32_t pid : recheck(procFolder, inodes, now)) {
+        for (const std::int32_t pid : recheck(procFolder, inodes, now, active)) {
             lookThrough(procFolder, pid, inodes);
         }
         sortHolders();
@@ -80,8 +81,15 @@ void LinuxSocketOwners::refresh(int procFolder, const std::vector<std::uint64_t>
     m_inodes = inodes;
 }
 
+void LinuxSocketOwners::forget() {
+    m_holders.clear();
+    m_processes.clear();
+    m_inodes.clear();
+}
+
 std::vector<std::int32_t> LinuxSocketOwners::recheck(int procFolder, const std::vector<std::uint64_t>& inodes,
-                                                     const std::vector<Process>& processes) {
+                                                     const std::vector<Process>& processes,
+                                                     const std::vector<std::int32_t>& active) {
     std::vector<std::int32_t> pids;
     std::vector<Process> fresh;
     std::set_difference(processes.begin(), processes.end(), m_processes.begin(), m_processes.end(),
@@ -96,11 +104,12 @@ std::vector<std::int32_t> LinuxSocketOwners::recheck(int procFolder, const std::
     };
     std::array<char, longestPath> path;
     for (const Holder& holder : m_holders) {
-        if (!contains(inodes, holder.inode) || !isKnown(holder.pid)) {
+        const bool stoodStill = !std::binary_search(active.begin(), active.end(), holder.pid);
+        if (stoodStill || !contains(inodes, holder.inode) || !isKnown(holder.pid)) {
             continue;
         }
         static_cast<void>(std::snprintf(path.data(), path.size(), "%d/fd/%d", holder.pid, holder.descriptor));
-        if (socketAt(procFolder, path.data()) != holder.inode) {
+        if (linkedSocket(procFolder, path.data()) != holder.inode) {
             pids.push_back(holder.pid);
         }
     }
@@ -124,15 +133,45 @@ void LinuxSocketOwners::lookThrough(int procFolder, std::int32_t pid, const std:
     if (!folder) {
         return;
     }
+    if (countThrough(folder.get(), pid, inodes)) {
+        return;
+    }
     m_reader.begin(folder.get());
     while (const std::optional<DirectoryRecord> record = m_reader.next()) {
-        const std::uint64_t inode = socketAt(folder.get(), record->name);
-        if (inode != 0 && contains(inodes, inode)) {
-            const std::string_view name = record->name;
-            Holder holder{pid, 0, inode};
-            std::from_chars(name.data(), name.data() + name.size(), holder.descriptor);
-            m_holders.push_back(holder);
-        }
+        const std::string_view name = record->name;
+        std::int32_t descriptor = 0;
+        std::from_chars(name.data(), name.data() + name.size(), descriptor);
+        note({pid, descriptor, linkedSocket(folder.get(), record->name).value_or(0)}, inodes);
+    }
+}
+
+bool LinuxSocketOwners::countThrough(int folder, std::int32_t pid, const std::vector<std::uint64_t>& inodes) {
+    constexpr off_t worthwhile = 32;
+    constexpr int longestGap = 8;
+
+    struct stat status {};
+
+    // The size of the folder is the number of its descriptors; 0 before Linux 6.2.
+    if (::fstat(folder, &status) != 0 || status.st_size < worthwhile) {
+        return false;
+    }
+    off_t missing = status.st_size;
+    int gap = 0;
+    std::array<char, 16> name{};
+    // Beyond that number on to the first gap: the process may have opened more since.
+    for (int descriptor = 0; gap < (missing > 0 ? longestGap : 1); ++descriptor) {
+        *std::to_chars(name.data(), name.data() + name.size() - 1, descriptor).ptr = '\0';
+        const std::optional<std::uint64_t> inode = linkedSocket(folder, name.data());
+        gap = inode ? 0 : gap + 1;
+        missing -= inode ? 1 : 0;
+        note({pid, descriptor, inode.value_or(0)}, inodes);
+    }
+    return missing <= 0;
+}
+
+void LinuxSocketOwners::note(const Holder& holder, const std::vector<std::uint64_t>& inodes) {
+    if (holder.inode != 0 && contains(inodes, holder.inode)) {
+        m_holders.push_back(holder);
     }
 }
 

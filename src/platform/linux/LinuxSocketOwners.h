@@ -13,10 +13,11 @@ namespace kestrune {
 /// (a server and the workers it forked), and its owner's number says nothing about them.
 ///
 /// The descriptors of a process are looked through when it is new. Later each descriptor that was found is looked at
-/// alone; when one is not there any more, its process is looked through again. All processes are looked through when a
-/// socket is new or has lost its last holder. What this misses is a socket handed to a process that was known already
-/// while another keeps it (SCM_RIGHTS, pidfd_getfd(2)): it shows when everything is next looked at anew. Processes
-/// whose descriptors this user may not read hold nothing here. One thread at a time.
+/// alone, and not even that while its process does not run; when one is not there any more, its process is looked
+/// through again. All processes are looked through when a socket is new or has lost its last holder. What this misses
+/// is a socket handed to a process that was known already while another keeps it (SCM_RIGHTS, pidfd_getfd(2)): it shows
+/// when everything is next looked at anew. Processes whose descriptors this user may not read hold nothing here. One
+/// thread at a time.
 class LinuxSocketOwners final {
 public:
     struct Holder {
@@ -28,9 +29,12 @@ public:
     };
 
     /// Brings the holders up to date: inodes are those of the sockets that listen now, sorted; processes are ordered by
-    /// pid; procFolder is the opened /proc. With anew nothing that was known is relied on.
+    /// pid; active are those that may have run since the last refresh, sorted; procFolder is the opened /proc.
     void refresh(int procFolder, const std::vector<std::uint64_t>& inodes, const std::vector<ProcessRecord>& processes,
-                 bool anew);
+                 const std::vector<std::int32_t>& active);
+
+    /// Lets nothing that is known be relied on at the next refresh.
+    void forget();
 
     /// Ordered by pid; a process that holds one socket through several descriptors counts once.
     [[nodiscard]] const std::vector<Holder>& holders() const { return m_holders; }
@@ -41,8 +45,14 @@ private:
 
     /// Drops the holders that are none any more and answers the processes to look through, ordered.
     [[nodiscard]] std::vector<std::int32_t> recheck(int procFolder, const std::vector<std::uint64_t>& inodes,
-                                                    const std::vector<Process>& processes);
+                                                    const std::vector<Process>& processes,
+                                                    const std::vector<std::int32_t>& active);
     void lookThrough(int procFolder, std::int32_t pid, const std::vector<std::uint64_t>& inodes);
+
+    /// Goes through the numbers from 0 on, which is half the work of listing them where there are many in a row. False
+    /// when that is not so.
+    [[nodiscard]] bool countThrough(int folder, std::int32_t pid, const std::vector<std::uint64_t>& inodes);
+    void note(const Holder& holder, const std::vector<std::uint64_t>& inodes);
     void sortHolders();
     [[nodiscard]] std::vector<std::uint64_t> heldInodes() const;
 
