@@ -38,6 +38,9 @@ void AppDelegate::refresh() {
     store.availableMemoryGB.set(memory.freeMB * gibibytesPerMebibyte);
     store.disk.set(disk);
     store.refreshTelemetry();
+    if (m_parts.isWindowVisible() && showsProcesses(store.page.get())) {
+        store.refreshProcesses();
+    }
 }
 
 void AppDelegate::menuWillOpen() {
@@ -62,10 +65,18 @@ void AppDelegate::perform(MenuAction action) {
             return open(WorkspacePage::activity);
         case MenuAction::openSettings:
             return open(WorkspacePage::settings);
+        case MenuAction::openPorts:
+            return m_parts.showPorts();
         case MenuAction::quickClean:
             return m_parts.store.quickClean(false);
         case MenuAction::cleanSaved:
             return cleanSaved();
+        case MenuAction::protectCurrent:
+            return protectCurrent();
+        case MenuAction::quitOtherApps:
+            return m_parts.store.quitOtherApps();
+        case MenuAction::clearMemory:
+            return m_parts.store.purgeMemoryWithReview();
         case MenuAction::toggleDaily:
             m_parts.store.setReminders(!m_parts.store.reminders.get());
             return refresh();
@@ -73,7 +84,7 @@ void AppDelegate::perform(MenuAction action) {
             terminate();
             return;
         default:
-            // The editing commands belong to the focused text field; the others are disabled in every menu.
+            // The editing commands belong to the focused text field; checking for updates is disabled.
             return;
     }
 }
@@ -92,6 +103,15 @@ void AppDelegate::cleanSaved() {
         return;
     }
     m_parts.store.quickClean(true);
+}
+
+void AppDelegate::protectCurrent() {
+    if (m_parts.store.tellsFrontmost()) {
+        m_parts.store.protectCurrentApp();
+    } else {
+        // The page says why nothing was protected and offers every app there is.
+        open(WorkspacePage::apps);
+    }
 }
 
 bool AppDelegate::isActing() const {
@@ -146,7 +166,8 @@ void AppDelegate::applicationShouldHandleReopen() const {
 }
 
 void AppDelegate::windowWillClose() {
-    if (!m_parts.statusItem.isShown() && !terminate()) {
+    const bool somethingIsLeft = m_parts.statusItem.isShown() || m_parts.isAnyWindowOpen();
+    if (!somethingIsLeft && !terminate()) {
         m_parts.showWindow();
     }
 }

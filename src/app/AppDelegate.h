@@ -20,8 +20,11 @@ struct AppDelegateParts {
     AlertPresenter& alerts;
     MainQueue& mainQueue;
     StatusItem& statusItem;
-    std::function<void()> showWindow;  ///< shows the workspace window on the store's page, in front
-    std::function<void()> exit;        ///< ends the program's event loop
+    std::function<void()> showWindow;       ///< shows the workspace window on the store's page, in front
+    std::function<void()> showPorts;        ///< shows the port review window, in front
+    std::function<bool()> isWindowVisible;  ///< the workspace window is on the screen
+    std::function<bool()> isAnyWindowOpen;  ///< the workspace or the port window is open, be it minimised
+    std::function<void()> exit;             ///< ends the program's event loop
 };
 
 /// The application shell: keeps the status item current, carries out menu commands and decides about quitting.
@@ -33,7 +36,8 @@ public:
     /// Starts monitoring, shows the first figures and goes on every five seconds. Once.
     void applicationDidFinishLaunching();
 
-    /// Reads memory and disk once, brings the status item up to date and hands the figures to the store.
+    /// Reads memory and disk once, brings the status item up to date and hands the figures to the store. Lists
+    /// processes as well while the workspace window shows them.
     void refresh();
 
     /// The menu is about to open: the same as refresh.
@@ -55,8 +59,8 @@ public:
     /// The program was started again while it runs.
     void applicationShouldHandleReopen() const;
 
-    /// The workspace window was closed. Without a status item nothing of the program is left to see, so closing the
-    /// window then means to quit.
+    /// One of the two windows was closed. Without a status item and the other window nothing of the program is left to
+    /// see, so closing the last one then means to quit.
     void windowWillClose();
 
     [[nodiscard]] const StatusMenuModel& menu() const { return m_menu; }
@@ -64,6 +68,7 @@ public:
 private:
     void open(WorkspacePage page);
     void cleanSaved();
+    void protectCurrent();
     void exitWhenIdle();
     [[nodiscard]] bool isActing() const;
 

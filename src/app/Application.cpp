@@ -21,6 +21,14 @@ namespace {
 // The window's frame: x, y, width, height.
 const std::string frameKey = "KestruneWorkspace";
 
+bool isOpen(const QWidget* window) {
+    return window != nullptr && window->isVisible();
+}
+
+bool isOnScreen(const QWidget* window) {
+    return isOpen(window) && !window->isMinimized();
+}
+
 }  // namespace
 
 Application::Application()
@@ -33,7 +41,7 @@ Application::Application()
                                             *m_services.processRunner, *m_services.systemTools}),
       m_alerts([this] {
           prepareInterface();
-          return visibleWindow();
+          return windowForAlerts();
       }),
       m_store({m_engine, m_cleaners, *m_services.preferences, *m_services.fileStore, *m_services.fileQueries,
                *m_services.fileViewer, *m_services.runningApplications, *m_services.runningPrograms,
@@ -47,8 +55,16 @@ Application::Application()
                                                  m_delegate.menuWillOpen();
                                              },
                                              [this] { showWindow(); }}),
-      m_delegate({m_store, m_engine, m_alerts, m_mainQueue, m_tray, [this] { showWindow(); },
-                  [] { QCoreApplication::exit(); }}),
+      m_delegate({.store = m_store,
+                  .engine = m_engine,
+                  .alerts = m_alerts,
+                  .mainQueue = m_mainQueue,
+                  .statusItem = m_tray,
+                  .showWindow = [this] { showWindow(); },
+                  .showPorts = [this] { portWindow().present(); },
+                  .isWindowVisible = [this] { return isOnScreen(m_window.get()); },
+                  .isAnyWindowOpen = [this] { return isOpen(m_window.get()) || isOpen(m_ports.get()); },
+                  .exit = [] { QCoreApplication::exit(); }}),
       m_instance(QDBusConnection::sessionBus(), [this] { m_delegate.applicationShouldHandleReopen(); }),
       m_signals([this] { m_delegate.terminateAfterCurrentItem(); }) {
     QCoreApplication::instance()->installEventFilter(this);
@@ -107,8 +123,21 @@ void Application::showWindow() {
     window().present();
 }
 
-QWidget* Application::visibleWindow() const {
-    return m_window && m_window->isVisible() ? m_window.get() : nullptr;
+PortReviewWindow& Application::portWindow() {
+    if (!m_ports) {
+        prepareInterface();
+        m_ports = std::make_unique<PortReviewWindow>(m_store);
+        MainMenu::install(*m_ports, [this](MenuAction action) { m_delegate.perform(action); });
+    }
+    return *m_ports;
+}
+
+/// The one in front, so that a question stands over what it is about.
+QWidget* Application::windowForAlerts() const {
+    if (isOpen(m_ports.get()) && (m_ports->isActiveWindow() || !isOpen(m_window.get()))) {
+        return m_ports.get();
+    }
+    return isOpen(m_window.get()) ? m_window.get() : nullptr;
 }
 
 bool Application::eventFilter(QObject* watched, QEvent* event) {
@@ -117,6 +146,11 @@ bool Application::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         m_delegate.terminate();
         return true;
+    }
+    if (m_ports && watched == m_ports.get() && event->type() == QEvent::Hide && !event->spontaneous()) {
+        // Queued, because the window is not quite hidden yet.
+        QMetaObject::invokeMethod(
+            this, [this] { m_delegate.windowWillClose(); }, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
 }

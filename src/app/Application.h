@@ -13,6 +13,7 @@
 #include "platform/PlatformServices.h"
 #include "platform/linux/TerminationSignals.h"
 #include "storage/DevCleaners.h"
+#include "ui/PortReviewWindow.h"
 #include "ui/QtAlertPresenter.h"
 #include "ui/WorkspaceWindow.h"
 #include "workspace/WorkspaceStore.h"
@@ -41,7 +42,8 @@ private:
     void prepareInterface();
     void showWindow();
     [[nodiscard]] WorkspaceWindow& window();
-    [[nodiscard]] QWidget* visibleWindow() const;
+    [[nodiscard]] PortReviewWindow& portWindow();
+    [[nodiscard]] QWidget* windowForAlerts() const;
     void sessionEnds(QSessionManager& manager);
 
     // In the order of their construction: each uses only what stands above it.
@@ -58,6 +60,7 @@ private:
     TerminationSignals m_signals;
     bool m_interfacePrepared = false;
     std::unique_ptr<WorkspaceWindow> m_window;  ///< made when it is first shown, then kept
+    std::unique_ptr<PortReviewWindow> m_ports;  ///< likewise
 };
 
 }  // namespace kestrune

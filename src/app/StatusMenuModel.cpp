@@ -93,16 +93,7 @@ std::vector<MenuItem> statusMenu() {
 }  // namespace
 
 bool isAvailable(MenuAction action) {
-    switch (action) {
-        case MenuAction::openPorts:
-        case MenuAction::protectCurrent:
-        case MenuAction::quitOtherApps:
-        case MenuAction::clearMemory:
-        case MenuAction::checkUpdates:
-            return false;
-        default:
-            return true;
-    }
+    return action != MenuAction::checkUpdates;
 }
 
 StatusMenuModel::StatusMenuModel() : m_items(statusMenu()) {

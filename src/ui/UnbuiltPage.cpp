@@ -14,14 +14,6 @@ QString sentence(WorkspacePage page) {
         case WorkspacePage::explorer:
             return QStringLiteral(
                 "Exploring folders comes with a later version of Kestrune. Nothing on your disk is read here.");
-        case WorkspacePage::ai:
-            return QStringLiteral(
-                "This page comes with a later version of Kestrune. Model folders are already listed on the Storage "
-                "page.");
-        case WorkspacePage::apps:
-            return QStringLiteral(
-                "This page comes with a later version of Kestrune. Until then, Kestrune neither lists nor closes any "
-                "app.");
         case WorkspacePage::automation:
             return QStringLiteral(
                 "This page comes with a later version of Kestrune. Until then, turn on Daily Scan Reminders in "

@@ -11,8 +11,10 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/AIToolsPage.h"
 #include "ui/ActivityPage.h"
 #include "ui/OverviewPage.h"
+#include "ui/RunningAppsPage.h"
 #include "ui/Sidebar.h"
 #include "ui/StoragePage.h"
 #include "ui/Theme.h"
@@ -119,6 +121,10 @@ QWidget* WorkspaceWindow::makePage(WorkspacePage page) {
             return new OverviewPage(m_store, this);
         case WorkspacePage::storage:
             return new StoragePage(m_store, this);
+        case WorkspacePage::ai:
+            return new AIToolsPage(m_store, this);
+        case WorkspacePage::apps:
+            return new RunningAppsPage(m_store, this);
         case WorkspacePage::activity:
             return new ActivityPage(m_store, this);
         default:
@@ -135,6 +141,9 @@ void WorkspaceWindow::showPage() {
         m_pages->addWidget(made);
     }
     m_pages->setCurrentWidget(made);
+    if (showsProcesses(page)) {
+        m_store.refreshProcesses();
+    }
 }
 
 void WorkspaceWindow::showEvent(QShowEvent* event) {

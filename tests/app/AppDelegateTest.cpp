@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,16 @@ public:
     AppDelegate& delegate() {
         if (!m_delegate) {
             m_delegate = std::make_unique<AppDelegate>(
-                AppDelegateParts{world.store(), world.engine, world.alerts, world.mainQueue, statusItem,
-                                 [this] { pagesShown.push_back(world.store().page.get()); }, [this] { ++exits; }});
+                AppDelegateParts{.store = world.store(),
+                                 .engine = world.engine,
+                                 .alerts = world.alerts,
+                                 .mainQueue = world.mainQueue,
+                                 .statusItem = statusItem,
+                                 .showWindow = [this] { pagesShown.push_back(world.store().page.get()); },
+                                 .showPorts = [this] { ++portsShown; },
+                                 .isWindowVisible = [this] { return windowIsVisible; },
+                                 .isAnyWindowOpen = [this] { return windowIsVisible || portsAreOpen; },
+                                 .exit = [this] { ++exits; }});
         }
         return *m_delegate;
     }
@@ -42,11 +51,24 @@ public:
     StoreFixture world;
     FakeStatusItem statusItem;
     std::vector<WorkspacePage> pagesShown;
+    int portsShown = 0;
+    bool windowIsVisible = false;
+    bool portsAreOpen = false;
     int exits = 0;
 
 private:
     std::unique_ptr<AppDelegate> m_delegate;
 };
+
+/// How many listings this much time brings, each answered before the next second.
+int listingsWithin(Shell& shell, std::chrono::seconds time) {
+    const int before = shell.world.processes.reads;
+    for (std::chrono::seconds second{0}; second < time; ++second) {
+        shell.world.mainQueue.advance(std::chrono::seconds{1});
+        shell.world.settle();
+    }
+    return shell.world.processes.reads - before;
+}
 
 const MenuItem& dailyItem(const AppDelegate& delegate) {
     return delegate.menu().items()[15];
@@ -100,12 +122,28 @@ TEST(AppDelegate, openingTheMenuRefreshesIt) {
     EXPECT_EQ(shell.delegate().menu().items()[2].title, "Moved 1 item to Trash.");
 }
 
-TEST(AppDelegate, timerListsNoProcesses) {
+TEST(AppDelegate, withTheWindowClosedTheTimerNeverListsProcesses) {
     Shell shell;
     shell.delegate().applicationDidFinishLaunching();
-    shell.world.mainQueue.advance(std::chrono::seconds{30});
-    EXPECT_EQ(shell.world.actions().waiting(), 0U);
-    EXPECT_TRUE(shell.world.store().running.get().empty());
+    shell.world.settle();
+    for (const WorkspacePage page : allWorkspacePages) {
+        shell.world.store().page.set(page);
+        EXPECT_EQ(listingsWithin(shell, std::chrono::seconds{30}), 0) << rawValue(page);
+    }
+    shell.portsAreOpen = true;
+    EXPECT_EQ(listingsWithin(shell, std::chrono::seconds{30}), 0);
+}
+
+TEST(AppDelegate, theTimerListsProcessesWhileTheWindowShowsThem) {
+    Shell shell;
+    shell.windowIsVisible = true;
+    shell.delegate().applicationDidFinishLaunching();
+    shell.world.settle();
+    for (const WorkspacePage page : allWorkspacePages) {
+        shell.world.store().page.set(page);
+        const bool lists = page == WorkspacePage::ai || page == WorkspacePage::apps;
+        EXPECT_EQ(listingsWithin(shell, std::chrono::seconds{30}), lists ? 6 : 0) << rawValue(page);
+    }
 }
 
 TEST(AppDelegate, pageCommandsShowTheirPage) {
@@ -153,13 +191,54 @@ TEST(AppDelegate, quickCleanStartsAScan) {
     EXPECT_TRUE(shell.world.store().isScanning.get());
 }
 
-TEST(AppDelegate, commandsOfOtherVersionsDoNothing) {
+TEST(AppDelegate, findingAPortShowsThePortWindow) {
     Shell shell;
-    for (const MenuAction action : {MenuAction::openPorts, MenuAction::protectCurrent, MenuAction::quitOtherApps,
-                                    MenuAction::clearMemory, MenuAction::checkUpdates}) {
-        shell.delegate().perform(action);
-    }
+    shell.delegate().perform(MenuAction::openPorts);
+    EXPECT_EQ(shell.portsShown, 1);
     EXPECT_TRUE(shell.pagesShown.empty());
+}
+
+TEST(AppDelegate, keepingTheCurrentAppProtectsTheOneTheUserWorkedIn) {
+    Shell shell;
+    static_cast<void>(shell.delegate());
+    shell.world.applications.start(20, "Mousepad");
+    shell.world.applications.activate(20);
+    shell.delegate().perform(MenuAction::protectCurrent);
+    EXPECT_EQ(shell.world.store().protectedApps.get(), std::set<std::string>{"Mousepad"});
+    EXPECT_TRUE(shell.pagesShown.empty());
+}
+
+TEST(AppDelegate, keepingTheCurrentAppLeadsToTheListWhereTheDesktopHidesWhichOneItIs) {
+    Shell shell;
+    static_cast<void>(shell.delegate());
+    shell.world.applications.frontmostIsTold = false;
+    shell.delegate().perform(MenuAction::protectCurrent);
+    EXPECT_EQ(shell.pagesShown, std::vector{WorkspacePage::apps});
+    EXPECT_TRUE(shell.world.store().protectedApps.get().empty());
+}
+
+TEST(AppDelegate, quittingOtherAppsAsksFirst) {
+    Shell shell;
+    static_cast<void>(shell.delegate());
+    shell.world.applications.start(20, "Mousepad");
+    shell.world.applications.start(21, "Galculator");
+    shell.delegate().perform(MenuAction::quitOtherApps);
+    ASSERT_EQ(shell.world.alerts.alerts.size(), 1U);
+    EXPECT_EQ(shell.world.alerts.alerts[0].messageText, "Quit 2 other apps?");
+}
+
+TEST(AppDelegate, clearingMemoryAsksFirst) {
+    Shell shell;
+    shell.delegate().perform(MenuAction::clearMemory);
+    ASSERT_EQ(shell.world.alerts.alerts.size(), 1U);
+    EXPECT_EQ(shell.world.alerts.alerts[0].messageText, "Clear cached memory?");
+}
+
+TEST(AppDelegate, checkingForUpdatesDoesNothingInThisVersion) {
+    Shell shell;
+    shell.delegate().perform(MenuAction::checkUpdates);
+    EXPECT_TRUE(shell.pagesShown.empty());
+    EXPECT_TRUE(shell.world.alerts.alerts.empty());
     EXPECT_EQ(shell.world.actions().waiting(), 0U);
 }
 
@@ -265,6 +344,21 @@ TEST(AppDelegate, closingTheWindowKeepsTheProgramInItsStatusItem) {
 TEST(AppDelegate, closingTheWindowWithoutAStatusItemQuits) {
     Shell shell;
     shell.statusItem.shown = false;
+    shell.delegate().windowWillClose();
+    EXPECT_EQ(shell.exits, 1);
+}
+
+TEST(AppDelegate, closingOneWindowKeepsTheProgramWhileTheOtherIsOpen) {
+    Shell shell;
+    shell.statusItem.shown = false;
+    shell.portsAreOpen = true;
+    shell.delegate().windowWillClose();
+    EXPECT_EQ(shell.exits, 0);
+    shell.portsAreOpen = false;
+    shell.windowIsVisible = true;
+    shell.delegate().windowWillClose();
+    EXPECT_EQ(shell.exits, 0);
+    shell.windowIsVisible = false;
     shell.delegate().windowWillClose();
     EXPECT_EQ(shell.exits, 1);
 }

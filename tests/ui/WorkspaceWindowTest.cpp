@@ -192,6 +192,43 @@ TEST_F(WorkspaceWindowTest, scanButtonStartsAScanAndMakesRoomForStopping) {
     }
 }
 
+TEST_F(WorkspaceWindowTest, openingOnAProcessPageListsAtOnceAndOtherPagesNeverList) {
+    for (const WorkspacePage page : allWorkspacePages) {
+        const int before = fixture.processes.reads;
+        open(page);
+        fixture.settle();
+        const bool lists = page == WorkspacePage::ai || page == WorkspacePage::apps;
+        EXPECT_EQ(fixture.processes.reads - before, lists ? 1 : 0) << rawValue(page);
+        window().close();
+        open(page);
+        fixture.settle();
+        EXPECT_EQ(fixture.processes.reads - before, lists ? 2 : 0) << rawValue(page) << " once more";
+        window().close();
+    }
+}
+
+TEST_F(WorkspaceWindowTest, changingToAProcessPageInAnOpenWindowListsAtOnce) {
+    open(WorkspacePage::overview);
+    fixture.settle();
+    fixture.store().page.set(WorkspacePage::apps);
+    fixture.settle();
+    EXPECT_EQ(fixture.processes.reads, 1);
+    fixture.store().page.set(WorkspacePage::ai);
+    fixture.settle();
+    EXPECT_EQ(fixture.processes.reads, 2);
+    fixture.store().page.set(WorkspacePage::settings);
+    fixture.settle();
+    EXPECT_EQ(fixture.processes.reads, 2);
+}
+
+TEST_F(WorkspaceWindowTest, whileItIsClosedAChangeOfPageListsNothing) {
+    fixture.store().page.set(WorkspacePage::apps);
+    static_cast<void>(window());
+    fixture.store().page.set(WorkspacePage::ai);
+    fixture.settle();
+    EXPECT_EQ(fixture.processes.reads, 0);
+}
+
 TEST_F(WorkspaceWindowTest, lightAndDarkChangeWhileItIsOpen) {
     open(WorkspacePage::overview);
     const auto corner = [this] { return window().grab().toImage().pixelColor(window().width() - 3, 3); };
