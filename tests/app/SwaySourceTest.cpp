@@ -151,9 +151,10 @@ TEST_F(SwaySourceTest, aHangingDesktopHoldsNobodyUp) {
         m_sway.answer(getTree, bytes);
         const auto start = std::chrono::steady_clock::now();
         EXPECT_FALSE(m_source.isAvailable());
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(300));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
     }
     EXPECT_TRUE(m_source.applications().empty());
+    EXPECT_FALSE(m_source.isComplete());
     EXPECT_EQ(m_source.frontmost(), std::nullopt);
     EXPECT_FALSE(m_source.close(3133, isMeant));
 }

@@ -36,7 +36,7 @@ bool SwaySource::isAvailable() {
 }
 
 bool SwaySource::isComplete() {
-    return isAvailable();
+    return m_isAnswering;
 }
 
 std::vector<SourcedApplication> SwaySource::applications() {
@@ -93,6 +93,7 @@ std::optional<std::string> SwaySource::ask(std::uint32_t type, std::string_view 
 
 std::optional<std::vector<SwayTree::Window>> SwaySource::windows() {
     const std::optional<std::string> reply = ask(getTree, {});
+    m_isAnswering = reply.has_value();
     if (!reply) {
         return std::nullopt;
     }

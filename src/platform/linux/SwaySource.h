@@ -39,6 +39,7 @@ private:
     void hear();
 
     std::string m_path;
+    bool m_isAnswering = false;  ///< as of the last question for the windows
     ActivationHandler m_handler;
     std::optional<std::int32_t> m_told;  ///< the process the handler was last called with
     std::optional<SwayConnection> m_events;
