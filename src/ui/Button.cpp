@@ -79,6 +79,8 @@ int Button::sidePadding() const {
     switch (m_kind) {
         case Kind::row:
             return Metrics::px(8);
+        case Kind::small:
+            return Metrics::px(12);
         case Kind::quiet:
             return Metrics::px(10);
         case Kind::link:
@@ -89,7 +91,7 @@ int Button::sidePadding() const {
 }
 
 int Button::radius() const {
-    return m_kind == Kind::row ? 7 : 8;
+    return m_kind == Kind::row || m_kind == Kind::small ? 7 : 8;
 }
 
 QSize Button::sizeHint() const {
@@ -103,7 +105,8 @@ QSize Button::sizeHint() const {
     if (!m_trailing.isEmpty()) {
         width += Metrics::px(12) + Metrics::px(14) - Metrics::px(5);
     }
-    const int height = m_kind == Kind::row || m_kind == Kind::link ? Metrics::px(28) : Metrics::px(32);
+    const bool low = m_kind == Kind::small || m_kind == Kind::row || m_kind == Kind::link;
+    const int height = low ? Metrics::px(28) : Metrics::px(32);
     return {std::max({width, m_smallestWidth, Metrics::px(28)}), std::max(height, Metrics::lineHeight(fontRole()) + 8)};
 }
 
@@ -122,7 +125,8 @@ QColor Button::fill() const {
             const QColor rest = Theme::colour(hovered || pressed ? Colour::accentHover : Colour::accent);
             return pressed ? Paint::darkened(rest, pressedShare) : rest;
         }
-        case Kind::secondary: {
+        case Kind::secondary:
+        case Kind::small: {
             const QColor rest = Theme::colour(hovered || pressed ? Colour::controlHover : Colour::control);
             return pressed ? Paint::darkened(rest, pressedShare) : rest;
         }
@@ -133,6 +137,7 @@ QColor Button::fill() const {
             }
             return hovered ? Theme::colour(Colour::control) : QColor(Qt::transparent);
         case Kind::link:
+        case Kind::success:
             break;
     }
     return Qt::transparent;
@@ -144,11 +149,14 @@ QColor Button::ink() const {
         case Kind::primary:
             return Theme::colour(isEnabled() ? Colour::onAccent : Colour::text1);
         case Kind::secondary:
+        case Kind::small:
             return Theme::colour(Colour::text1);
         case Kind::quiet:
             return Theme::colour(touched ? Colour::text1 : Colour::text2);
         case Kind::row:
             return Theme::colour(m_rowHovered && isEnabled() ? Colour::accentText : Colour::text2);
+        case Kind::success:
+            return Theme::colour(Colour::success);
         case Kind::link:
             break;
     }
@@ -157,7 +165,7 @@ QColor Button::ink() const {
 
 void Button::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    if (!isEnabled()) {
+    if (!isEnabled() && m_kind != Kind::success) {
         painter.setOpacity(disabledOpacity);
     }
     const QColor ground = fill();
@@ -171,7 +179,7 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
     const int overhang = gap > 0 ? 3 : 0;
     int x = trailing > 0 ? sidePadding() : (width() - symbol - gap - label - overhang) / 2;
     if (symbol > 0) {
-        const bool plain = m_kind == Kind::secondary;
+        const bool plain = m_kind == Kind::secondary || m_kind == Kind::small;
         Icons::draw(painter, QPointF(x, (height() - symbol) / 2.0), m_symbol,
                     plain ? Theme::colour(Colour::text2) : ink(), symbol);
         x += symbol + gap;

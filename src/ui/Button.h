@@ -14,7 +14,8 @@ class Button : public QAbstractButton {
     Q_OBJECT
 
 public:
-    enum class Kind { primary, secondary, quiet, row, link };
+    /// success is no more than a word that something is well, in the place of a button; it is not to be enabled.
+    enum class Kind { primary, secondary, small, quiet, row, link, success };
 
     Button(Kind kind, const QString& label, QWidget* parent = nullptr);
 

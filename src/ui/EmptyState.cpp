@@ -41,7 +41,9 @@ EmptyState::EmptyState(QWidget* parent)
 void EmptyState::setContent(const QString& symbol, const QString& title, const QString& sentence) {
     m_symbol = symbol;
     m_title->setText(title);
+    m_title->setVisible(!title.isEmpty());
     m_sentence->setText(sentence);
+    m_sentence->setVisible(!sentence.isEmpty());
     update();
 }
 

@@ -14,6 +14,7 @@ class EmptyState final : public QWidget {
 public:
     explicit EmptyState(QWidget* parent = nullptr);
 
+    /// Either text may be empty.
     void setContent(const QString& symbol, const QString& title, const QString& sentence);
 
     /// The button below the sentence; hidden until it has a label.

@@ -5,6 +5,7 @@
 
 #include "base/Published.h"
 
+class QHBoxLayout;
 class QVBoxLayout;
 
 namespace kestrune {
@@ -31,20 +32,30 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* makeHeader();
-    void addShortcuts();
+    [[nodiscard]] QHBoxLayout* makeHeader();
+    void watchStore();
     void centre();
-    void changed();
+    void showMessage();
+
+    /// Lets the warning scroll where it would leave too little room for the rows.
+    void arrangeWarning();
+
+    /// Shows what the store holds now; userChose when something else was asked for.
     void refresh(bool userChose);
+    void refreshEmpty();
 
     WorkspaceStore& m_store;
     SearchField* m_search;
+    Strip* m_warning;
     Strip* m_message;
     ScrollArea* m_scroll;
-    QVBoxLayout* m_content;
+    QVBoxLayout* m_top;      // stays in view
+    QVBoxLayout* m_content;  // scrolls
     LiveRowList* m_list;
     EmptyState* m_empty;
     std::vector<Subscription> m_subscriptions;

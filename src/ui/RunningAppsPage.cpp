@@ -1,0 +1,85 @@
+#include "ui/RunningAppsPage.h"
+
+#include <QVBoxLayout>
+
+#include "ui/EmptyState.h"
+#include "ui/LiveRowList.h"
+#include "ui/ProtectedStrip.h"
+#include "ui/RunningAppRow.h"
+#include "ui/TextLabel.h"
+#include "workspace/WorkspaceStore.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr int longestIntro = 720;
+constexpr int partGap = 16;
+
+TextLabel* sentence(const QString& text, QWidget* parent) {
+    auto* label = new TextLabel(FontRole::body, Colour::text2, parent);
+    label->setText(text);
+    label->setFit(TextLabel::Fit::wrap);
+    label->setLongestLine(Metrics::px(longestIntro));
+    return label;
+}
+
+}  // namespace
+
+RunningAppsPage::RunningAppsPage(WorkspaceStore& store, QWidget* parent)
+    : Page(store, WorkspacePage::apps, parent),
+      m_frontmost(
+          sentence(QStringLiteral("This desktop doesn’t tell Kestrune which app is in front, so Keep My Current "
+                                  "App Open can’t find yours. Protect it here instead."),
+                   body())),
+      m_protected(new ProtectedStrip(body())),
+      m_list(new LiveRowList(store, QStringLiteral("Running apps"),
+                             {[this](QWidget* list) { return makeRow(list); }, &RunningAppRow::heightAt}, body())),
+      m_empty(new EmptyState(body())) {
+    content().setSpacing(partGap);
+    content().addWidget(
+        sentence(QStringLiteral("See what’s using memory and CPU. Protect apps you need, then choose what to close. "
+                                "Each row shows one process; helper processes may use more."),
+                 body()));
+    content().addWidget(m_frontmost);
+    content().addWidget(m_protected);
+    content().addWidget(m_list);
+    content().addWidget(m_empty);
+    content().addStretch(1);
+    connect(m_protected, &ProtectedStrip::removalWanted, this, [this](const std::string& name) {
+        const std::string kept = name;  // the strip lets go of its own while the names change
+        this->store().removeProtection(kept);
+    });
+    watch(store.running);
+    watch(store.processesListed);
+    watch(store.protectedApps);
+}
+
+LiveRow* RunningAppsPage::makeRow(QWidget* list) {
+    auto* row = new RunningAppRow(list);
+    connect(row, &RunningAppRow::protectionWanted, this, [this](const RunningItem& item) {
+        store().toggleProtection(item);
+        m_list->refreshRows();
+    });
+    connect(row, &RunningAppRow::quitWanted, this,
+            [this](const RunningItem& item, bool force) { store().quitApp(item, force); });
+    return row;
+}
+
+void RunningAppsPage::refresh() {
+    const auto& names = store().protectedApps.get();
+    m_protected->setNames(names);
+    m_protected->setVisible(!names.empty());
+    m_frontmost->setVisible(!store().tellsFrontmost());
+    m_list->setItems(store().running.get());
+    m_list->setVisible(!m_list->isEmpty());
+    m_empty->setVisible(m_list->isEmpty());
+    if (store().processesListed.get()) {
+        m_empty->setContent(QStringLiteral("rectangle.stack"), QStringLiteral("No apps to show"), QString());
+    } else {
+        m_empty->setContent(QStringLiteral("rectangle.stack"), QString(),
+                            QStringLiteral("Refresh to inspect your running applications."));
+    }
+}
+
+}  // namespace kestrune
