@@ -10,9 +10,11 @@
 #include <vector>
 
 #include "tests/fakes/StoreFixture.h"
+#include "tests/ui/pictures/RunningScenes.h"
 #include "ui/AlertDialog.h"
 #include "ui/Metrics.h"
 #include "ui/Motion.h"
+#include "ui/PortReviewWindow.h"
 #include "ui/Theme.h"
 #include "ui/WorkspaceWindow.h"
 
@@ -148,7 +150,7 @@ std::vector<Scene> scenes() {
             "Close these apps before cleaning their files: Xcode, Simulator, Android Studio, "
             "IntelliJ IDEA, LM Studio, Ollama, ComfyUI and a few more of them & others");
     };
-    return {
+    std::vector<Scene> all{
         {"overview-unscanned", on(P::overview, unscanned)},
         {"overview-scanning", on(P::overview, scanning)},
         {"overview", on(P::overview, full)},
@@ -162,8 +164,12 @@ std::vector<Scene> scenes() {
         {"activity-empty", on(P::activity, unscanned)},
         {"activity", on(P::activity, [](StoreFixture& fixture) { addHistory(fixture, 7); })},
         {"activity-100", on(P::activity, [](StoreFixture& fixture) { addHistory(fixture, 100); })},
-        {"unbuilt", on(P::apps, unscanned)},
+        {"unbuilt", on(P::automation, unscanned)},
     };
+    for (const RunningScene& scene : runningAppsScenes()) {
+        all.push_back({scene.name, on(P::apps, scene.prepare)});
+    }
+    return all;
 }
 
 void save(QWidget& widget, const QString& path) {
@@ -190,12 +196,19 @@ Alert alertWith(int items) {
     return alert;
 }
 
-void takeAll(const QDir& folder, const Look& look) {
+QString suffixOf(const Look& look) {
+    return QStringLiteral("-%1-%2")
+        .arg(look.dark ? QStringLiteral("dark") : QStringLiteral("light"))
+        .arg(look.size.width());
+}
+
+void takeAll(const QDir& folder, const Look& look, const QString& start) {
     Theme::setDark(look.dark);
-    const QString suffix = QStringLiteral("-%1-%2")
-                               .arg(look.dark ? QStringLiteral("dark") : QStringLiteral("light"))
-                               .arg(look.size.width());
+    const QString suffix = suffixOf(look);
     for (const Scene& scene : scenes()) {
+        if (!QLatin1String(scene.name).startsWith(start)) {
+            continue;
+        }
         StoreFixture fixture;
         scene.prepare(fixture);
         WorkspaceWindow window(fixture.store(), {});
@@ -205,34 +218,59 @@ void takeAll(const QDir& folder, const Look& look) {
         fixture.settle();
     }
     for (const int items : {1, 3, 20}) {
+        if (!start.isEmpty()) {
+            break;
+        }
         AlertDialog dialog(alertWith(items));
         dialog.show();
         save(dialog, folder.filePath(QStringLiteral("alert-%1").arg(items) + suffix + QStringLiteral(".png")));
     }
 }
 
+void takePorts(const QDir& folder, const Look& look, const QString& start) {
+    Theme::setDark(look.dark);
+    for (const RunningScene& scene : portScenes()) {
+        if (!QLatin1String(scene.name).startsWith(start)) {
+            continue;
+        }
+        StoreFixture fixture;
+        scene.prepare(fixture);
+        PortReviewWindow window(fixture.store());
+        window.resize(look.size);
+        window.present();
+        save(window, folder.filePath(QLatin1String(scene.name) + suffixOf(look) + QStringLiteral(".png")));
+        fixture.settle();
+    }
+}
+
 }  // namespace
 
-// kestrune-pictures <folder> [body pixels] [font family]; QT_SCALE_FACTOR=2 makes them twice as fine.
+// kestrune-pictures <folder> [body pixels] [font family] [start of the names wanted]; QT_SCALE_FACTOR=2 makes them
+// twice as fine.
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
-        std::fprintf(stderr, "usage: kestrune-pictures <folder> [body pixels] [font family]\n");
+        std::fprintf(stderr, "usage: kestrune-pictures <folder> [body pixels] [font family] [names]\n");
         return 2;
     }
     QFont font = QApplication::font();
     if (arguments.size() > 2) {
         font.setPixelSize(arguments.at(2).toInt());
     }
-    if (arguments.size() > 3) {
+    if (!arguments.value(3).isEmpty()) {
         font.setFamily(arguments.at(3));
     }
     QApplication::setFont(font);
     Metrics::reset();
+    const QDir folder(arguments.at(1));
+    const QString start = arguments.value(4);
     for (const bool dark : {false, true}) {
         for (const QSize size : {QSize(1040, 720), QSize(880, 620)}) {
-            takeAll(QDir(arguments.at(1)), {dark, size});
+            takeAll(folder, {dark, size}, start);
+        }
+        for (const QSize size : {QSize(580, 440), QSize(480, 320)}) {
+            takePorts(folder, {dark, size}, start);
         }
     }
     return 0;
