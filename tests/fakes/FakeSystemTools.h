@@ -19,13 +19,9 @@ public:
 
     [[nodiscard]] ToolCommand topProcesses() const override { return {"/bin/ps", {"-arc", "-eo", "%mem,comm"}}; }
 
-    [[nodiscard]] ToolCommand listeningSockets() const override {
-        return {"/usr/sbin/lsof", {"-nP", "-iTCP", "-sTCP:LISTEN", "-Fpn"}};
-    }
+    [[nodiscard]] ToolCommand listeningSockets() const override { return listeningSocketsCommand; }
 
-    [[nodiscard]] ToolCommand userProcesses() const override {
-        return {"/bin/ps", {"-U", "501", "-o", "pid=,rss=,pcpu=,comm="}};
-    }
+    [[nodiscard]] ToolCommand userProcesses() const override { return userProcessesCommand; }
 
     [[nodiscard]] ToolCommand processOwner(std::int32_t pid) const override {
         return {"/bin/ps", {"-p", std::to_string(pid), "-o", "uid=,comm="}};
@@ -55,6 +51,8 @@ public:
                 {tool, {"write", "com.apple.finder", "DisableAllAnimations", "-bool", value}}};
     }
 
+    ToolCommand listeningSocketsCommand{"/usr/sbin/lsof", {"-nP", "-iTCP", "-sTCP:LISTEN", "-Fpn"}};
+    ToolCommand userProcessesCommand{"/bin/ps", {"-U", "501", "-o", "pid=,rss=,pcpu=,comm="}};
     ToolCommand diskFreeCommand{"/bin/df", {"-k", "/"}};
     ToolCommand simulatorsCommand{"/usr/bin/xcrun", {"simctl", "delete", "unavailable"}};
     std::string administratorExecutable = "/usr/bin/osascript";
