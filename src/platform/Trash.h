@@ -59,8 +59,8 @@ public:
     [[nodiscard]] virtual std::optional<FileIdentity> identity(const std::string& home,
                                                                const std::string& relativePath) = 0;
 
-    /// Whether nothing lies in the Trash of the file system with the home folder; nothing when that cannot be seen.
-    /// Blocks; a work queue's thread.
+    /// Whether nothing lies in the user's Trash, on whichever volumes the system keeps it; nothing when that cannot be
+    /// seen. Blocks; a work queue's thread.
     [[nodiscard]] virtual std::optional<bool> isEmpty(const std::string& home) = 0;
 
     /// Moves one item to the Trash of the file system it lies on. Blocks; a work queue's thread.

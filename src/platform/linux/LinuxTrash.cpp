@@ -2,11 +2,9 @@
 
 #include <unistd.h>
 
-#include <filesystem>
-#include <system_error>
-
 #include "platform/linux/LinuxMountTable.h"
 #include "platform/linux/LinuxPinnedItem.h"
+#include "platform/linux/LinuxTrashContent.h"
 #include "platform/linux/LinuxTrashError.h"
 #include "platform/linux/LinuxTrashFolder.h"
 #include "platform/linux/LinuxTrashMove.h"
@@ -37,13 +35,8 @@ std::optional<FileIdentity> LinuxTrash::identity(const std::string& home, const 
 }
 
 std::optional<bool> LinuxTrash::isEmpty(const std::string& home) {
-    const std::string data = m_dataHome.empty() ? home + "/.local/share" : m_dataHome;
-    std::error_code error;
-    const bool empty = std::filesystem::is_empty(data + "/Trash/files", error);
-    if (error == std::errc::no_such_file_or_directory) {
-        return true;
-    }
-    return error ? std::nullopt : std::optional(empty);
+    const auto mounts = LinuxMountTable().mounts();
+    return isTrashEmpty(home, m_dataHome, mounts.ok() ? mounts.value() : std::vector<LinuxMount>());
 }
 
 Result<TrashedItem, TrashError> LinuxTrash::moveToTrash(const TrashRequest& request) {
