@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
@@ -5,9 +7,13 @@
 #include <iterator>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 #include "engine/TelemetryFormulas.h"
+#include "engine/TopProcesses.h"
+#include "platform/ProcessText.h"
 #include "platform/linux/LinuxFileStore.h"
+#include "tests/probe/ProcessJson.h"
 #include "tests/probe/Verbs.h"
 #include "workspace/ActivityLog.h"
 
@@ -22,17 +28,37 @@ std::optional<std::int64_t> wholeNumber(const std::string& text) {
     return error == std::errc() && rest == end && number >= 0 ? std::optional(number) : std::nullopt;
 }
 
-void printActivity(const std::string& bytes) {
+std::string activity(const std::string& bytes) {
     const auto entries = ActivityLog::decode(bytes);
-    std::puts(entries ? ActivityLog::encode(*entries).c_str() : "null");
+    return entries ? ActivityLog::encode(*entries) : "null";
 }
 
-void printDiskFree(const std::string& bytes) {
+std::string diskFree(const std::string& bytes) {
     const DiskSummary disk = TelemetryFormulas::diskSummaryFromDf(bytes);
     const nlohmann::ordered_json object{
         {"usedGB", disk.usedGB}, {"totalGB", disk.totalGB}, {"pct", disk.pct}, {"freeGB", disk.freeGB}};
-    std::puts(object.dump().c_str());
+    return object.dump();
 }
+
+std::string processes(const std::string& bytes) {
+    return jsonOf(ProcessText::processes(bytes)).dump();
+}
+
+std::string listeners(const std::string& bytes) {
+    return jsonOf(ProcessText::listeningPorts(bytes)).dump();
+}
+
+std::string topProcesses(const std::string& bytes) {
+    return jsonOf(TopProcesses::parse(bytes)).dump();
+}
+
+struct Parser {
+    std::string_view kind;
+    std::string (*print)(const std::string& bytes);
+};
+
+constexpr std::array<Parser, 5> parsers{
+    {{"activity", activity}, {"df", diskFree}, {"ps", processes}, {"lsof", listeners}, {"top", topProcesses}}};
 
 }  // namespace
 
@@ -60,16 +86,15 @@ int record(const Arguments& arguments) {
 }
 
 int parse(const Arguments& arguments) {
-    const bool isActivity = arguments == Arguments{"activity"};
-    if (!isActivity && arguments != Arguments{"df"}) {
+    if (arguments.size() != 1) {
         return misused;
     }
-    const std::string bytes{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
-    if (isActivity) {
-        printActivity(bytes);
-    } else {
-        printDiskFree(bytes);
+    const auto* const parser =
+        std::find_if(parsers.begin(), parsers.end(), [&](const Parser& known) { return known.kind == arguments[0]; });
+    if (parser == parsers.end()) {
+        return misused;
     }
+    std::puts(parser->print({std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()}).c_str());
     return succeeded;
 }
 

@@ -22,5 +22,11 @@ int setPreference(const Arguments& arguments);
 int preference(const Arguments& arguments);
 int runProcess(const Arguments& arguments);
 int telemetry(const Arguments& arguments);
+int applications(const Arguments& arguments);
+int watchApplications(const Arguments& arguments);
+int quitApplication(const Arguments& arguments);
+int stop(const Arguments& arguments);
+int list(const Arguments& arguments);
+int ports(const Arguments& arguments);
 
 }  // namespace kestrune::probe

@@ -15,17 +15,23 @@ struct Verb {
     int (*run)(const Arguments&);
 };
 
-constexpr std::array<Verb, 10> verbs{{
+constexpr std::array<Verb, 16> verbs{{
     {"clean", "HOME REL", clean},
     {"record", "HOME [N]", record},
     {"runproc", "EXE [ARG...]", runProcess},
     {"size", "PATH", size},
     {"allowed", "HOME PATH", allowed},
     {"scan-targets", "HOME", scanTargets},
-    {"parse", "activity|df < INPUT", parse},
+    {"parse", "activity|df|ps|lsof|top < INPUT", parse},
     {"pref-set", "HOME KEY VALUE...", setPreference},
     {"pref-get", "HOME KEY", preference},
     {"telemetry", "", telemetry},
+    {"apps", "", applications},
+    {"apps-watch", "", watchApplications},
+    {"apps-quit", "PID [force]", quitApplication},
+    {"stop", "PID EXE", stop},
+    {"list", "", list},
+    {"ports", "", ports},
 }};
 
 void printUsage() {

@@ -6,6 +6,7 @@ import os
 import pathlib
 import shutil
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -201,6 +202,97 @@ class Parse(Probe):
             json.loads(self.line("parse", "df", stdin=b"nonsense")),
             {"usedGB": 0, "totalGB": 0, "pct": 0, "freeGB": 0})
 
+    def test_processes_are_read_and_bytes_that_are_no_text_are_escaped(self):
+        listing = (b"    1  12345   0.0 /sbin/launchd\n"
+                   b"  501 262144  12.5 /Applications/LM Studio.app/Contents/MacOS/LM Studio\n"
+                   b"broken line\n"
+                   b"   77     10   0.1 /bin/\xff ) x\n")
+        self.assertEqual(
+            json.loads(self.line("parse", "ps", stdin=listing)),
+            [{"pid": 1, "rss": 12345, "cpu": "0.0", "command": "/sbin/launchd"},
+             {"pid": 501, "rss": 262144, "cpu": "12.5",
+              "command": "/Applications/LM Studio.app/Contents/MacOS/LM Studio"},
+             {"pid": 77, "rss": 10, "cpu": "0.1", "command": "/bin/%FF ) x"}])
+        self.assertEqual(json.loads(self.line("parse", "ps")), [])
+
+    def test_listening_ports_are_read(self):
+        listing = b"n*:1\np123\nf3\nn*:3000\nn*:3000\nn127.0.0.1:9229\npabc\nn*:2\np7\nn[::1]:5173\n"
+        self.assertEqual(
+            json.loads(self.line("parse", "lsof", stdin=listing)),
+            {"7": ["[::1]:5173"], "123": ["*:3000", "127.0.0.1:9229"]})
+        self.assertEqual(json.loads(self.line("parse", "lsof")), {})
+
+    def test_the_largest_processes_are_read(self):
+        listing = b"%MEM COMMAND\n 0.5 small\n12.5 large\n"
+        self.assertEqual(
+            json.loads(self.line("parse", "top", stdin=listing)),
+            [{"mem": 12.5, "name": "large"}, {"mem": 0.5, "name": "small"}])
+        self.assertEqual(json.loads(self.line("parse", "top")), [])
+
+
+class Processes(Probe):
+    def start(self, program="/bin/sleep"):
+        process = subprocess.Popen([program, "600"])
+        self.addCleanup(process.wait)
+        self.addCleanup(process.kill)
+        return process, os.readlink(f"/proc/{process.pid}/exe")
+
+    def listed(self, process):
+        rows = [row for row in json.loads(self.line("list")) if row["pid"] == process.pid]
+        self.assertEqual(len(rows), 1)
+        return rows[0]
+
+    def stop(self, pid, program):
+        result = self.run_probe("stop", str(pid), program)
+        self.assertIn((result.returncode, result.stdout), ((0, b"ok\n"), (1, b"refused\n")))
+        return result.returncode == 0
+
+    def test_the_listed_process_is_stopped_and_no_other(self):
+        bystander, _ = self.start()
+        process, program = self.start()
+        self.assertTrue(self.stop(process.pid, self.listed(process)["command"]))
+        self.assertEqual(process.wait(timeout=30), -signal.SIGTERM)
+        self.assertFalse(self.stop(process.pid, program))
+        self.assertIsNone(bystander.poll())
+
+    def test_another_program_under_that_number_is_not_stopped(self):
+        process, program = self.start()
+        for another in (program + "x", program[:-1], "sleep", ""):
+            self.assertFalse(self.stop(process.pid, another), another)
+        self.assertIsNone(process.poll())
+
+    def test_numbers_that_stand_for_no_single_process_are_refused(self):
+        for number in (1, 0, -1, -(1 << 31)):
+            self.assertFalse(self.stop(number, os.readlink("/proc/self/exe")), number)
+
+    def test_a_listed_process_is_told_with_all_its_facts(self):
+        process, program = self.start()
+        row = self.listed(process)
+        self.assertEqual(list(row), ["pid", "rss", "cpu", "command", "startTime", "listeners"])
+        self.assertEqual(row["command"], program)
+        self.assertGreaterEqual(row["rss"], 0)
+        self.assertRegex(row["cpu"], r"^\d+\.\d$")
+        with open(f"/proc/{process.pid}/stat", encoding="utf-8") as file:
+            self.assertEqual(row["startTime"], int(file.read().rpartition(")")[2].split()[19]))
+        self.assertEqual(row["listeners"], [])
+
+    def test_a_program_whose_name_is_no_text_is_listed_and_stopped_by_its_bytes(self):
+        program = os.fsencode(self.home) + b"/odd \xff ) name"
+        shutil.copy("/bin/sleep", program)
+        process, _ = self.start(program)
+        self.assertEqual(self.listed(process)["command"], str(self.home / "odd %FF ) name"))
+        self.assertTrue(self.stop(process.pid, program))
+        self.assertEqual(process.wait(timeout=30), -signal.SIGTERM)
+
+    def test_the_ports_of_a_process_are_told_in_both_listings(self):
+        with socket.create_server(("127.0.0.1", 0)) as server, \
+                socket.create_server(("::", 0), family=socket.AF_INET6) as other:
+            expected = sorted((f"127.0.0.1:{server.getsockname()[1]}", f"*:{other.getsockname()[1]}"))
+            self.assertEqual(json.loads(self.line("ports"))[str(os.getpid())], expected)
+            rows = [row for row in json.loads(self.line("list")) if row["pid"] == os.getpid()]
+            self.assertEqual([row["listeners"] for row in rows], [expected])
+        self.assertNotIn(str(os.getpid()), json.loads(self.line("ports")))
+
 
 class Settings(Probe):
     def set(self, *arguments, **environment):
@@ -279,7 +371,9 @@ class Usage(Probe):
     def test_what_does_not_fit_is_answered_with_the_usage(self):
         for arguments in ((), ("fly",), ("clean", "x"), ("record",), ("record", "x", "-1"), ("record", "x", "1x"),
                           ("parse", "xml"), ("size",), ("allowed", "x"), ("scan-targets",), ("pref-set", "x"),
-                          ("pref-get", "x"), ("runproc",), ("telemetry", "x")):
+                          ("pref-get", "x"), ("runproc",), ("telemetry", "x"),
+                          ("stop",), ("stop", "7"), ("stop", "7x", "/bin/cat"), ("stop", "2147483648", "/bin/cat"),
+                          ("stop", "7", "/bin/cat", "x"), ("list", "x"), ("ports", "x"), ("parse", "ps", "x")):
             result = self.run_probe(*arguments)
             self.assertEqual(result.returncode, 2, arguments)
             self.assertIn(b"usage: kestrune-probe", result.stderr)
