@@ -76,7 +76,7 @@ bool XcbApplicationSource::isAvailable() {
 }
 
 bool XcbApplicationSource::isComplete() {
-    return !isGuest() && isAvailable();
+    return !isGuest() && (m_isManaged || isAvailable());
 }
 
 std::vector<SourcedApplication> XcbApplicationSource::applications() {
@@ -112,10 +112,12 @@ bool XcbApplicationSource::close(std::int32_t pid, const IsStillMeant& isStillMe
 }
 
 std::optional<XcbRoot> XcbApplicationSource::root() {
+    m_isManaged = false;
     if (!connect()) {
         return std::nullopt;
     }
     std::optional<XcbRoot> shown = XcbDesktop(*m_connection).root();
+    m_isManaged = shown.has_value();
     if (m_connection->isBroken()) {
         disconnect();
         return std::nullopt;

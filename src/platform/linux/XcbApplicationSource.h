@@ -47,6 +47,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
     QTimer m_later;  ///< reads what events came along with replies, or connects again
     std::int32_t m_front = 0;
+    bool m_isManaged = false;  ///< a window manager ran when it was last asked
 };
 
 }  // namespace kestrune
