@@ -4,14 +4,18 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "base/Text.h"
 #include "platform/linux/DesktopEntryFolders.h"
 #include "platform/linux/GApplicationSource.h"
+#include "platform/linux/KWinSource.h"
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/SwaySource.h"
-#include "platform/linux/XcbApplicationSource.h"
 #include "platform/linux/SystemdScopeSource.h"
+#include "platform/linux/XcbApplicationSource.h"
 
 namespace kestrune {
 
@@ -29,13 +33,24 @@ SystemdScopeSource::IsShown shownInMenus() {
     };
 }
 
+std::string valueOf(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr ? value : "";
+}
+
+std::unique_ptr<KWinSource> kwinSource() {
+    const bool isWayland = valueOf("XDG_SESSION_TYPE") == "wayland" || !valueOf("WAYLAND_DISPLAY").empty();
+    const std::string ownFolder = LinuxAccount::absoluteVariable("XDG_RUNTIME_DIR");
+    return std::make_unique<KWinSource>(isWayland, ownFolder.empty() ? "/tmp" : ownFolder);
+}
+
 }  // namespace
 
 std::vector<std::unique_ptr<ApplicationSource>> makeApplicationSources() {
     std::vector<std::unique_ptr<ApplicationSource>> sources;
     sources.push_back(std::make_unique<XcbApplicationSource>());
-    const char* const swaySocket = std::getenv("SWAYSOCK");
-    sources.push_back(std::make_unique<SwaySource>(swaySocket != nullptr ? swaySocket : ""));
+    sources.push_back(std::make_unique<SwaySource>(valueOf("SWAYSOCK")));
+    sources.push_back(kwinSource());
     sources.push_back(std::make_unique<SystemdScopeSource>("/sys/fs/cgroup", "/proc", ::getuid(), shownInMenus()));
     sources.push_back(std::make_unique<GApplicationSource>("/proc"));
     return sources;
