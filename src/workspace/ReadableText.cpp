@@ -16,20 +16,31 @@ constexpr std::size_t pathLimit = 300;
 constexpr std::string_view ellipsis = "…";
 constexpr std::string_view replacement = "\uFFFD";
 
-/// Characters from first to last, compared as UTF-8, which keeps the order of code points.
+/// Code points from first to last.
 struct Range {
-    std::string_view first;
-    std::string_view last;
+    char32_t first;
+    char32_t last;
 };
 
 // C1 controls, then separators and the marks of UAX #9 that turn the direction of what follows.
-constexpr std::array<Range, 5> disturbing{{
-    {"\xC2\x80", "\xC2\x9F"},
-    {"\xD8\x9C", "\xD8\x9C"},
-    {"\xE2\x80\x8E", "\xE2\x80\x8F"},
-    {"\xE2\x80\xA8", "\xE2\x80\xAE"},
-    {"\xE2\x81\xA6", "\xE2\x81\xA9"},
-}};
+constexpr std::array<Range, 5> disturbing{
+    {{0x80, 0x9F}, {0x61C, 0x61C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}}};
+
+// The code point of a well-formed sequence of two bytes or more.
+char32_t codePoint(std::string_view sequence) {
+    // The lead byte keeps 7 - length bits of its own, each other byte 6: RFC 3629, section 3.
+    char32_t result = static_cast<std::uint8_t>(sequence.front()) & (0x7FU >> sequence.size());
+    for (const char byte : sequence.substr(1)) {
+        result = (result << 6U) | (static_cast<std::uint8_t>(byte) & 0x3FU);
+    }
+    return result;
+}
+
+bool isDisturbing(std::string_view sequence) {
+    const char32_t point = codePoint(sequence);
+    return std::any_of(disturbing.begin(), disturbing.end(),
+                       [point](const Range& range) { return range.first <= point && point <= range.last; });
+}
 
 // The first character of text (not empty); one byte where it is not well-formed.
 std::string_view firstCharacter(std::string_view text) {
@@ -53,10 +64,7 @@ std::vector<std::string_view> characters(std::string_view text) {
 void appendVisible(std::string& result, std::string_view character) {
     const char first = character.front();
     if (character.size() > 1) {
-        const bool disturbs = std::any_of(disturbing.begin(), disturbing.end(), [&](const Range& range) {
-            return range.first <= character && character <= range.last;
-        });
-        result += disturbs ? replacement : character;
+        result += isDisturbing(character) ? replacement : character;
     } else if (first >= '\0' && first < ' ') {
         result += {'\xE2', '\x90', static_cast<char>('\x80' + first)};  // U+2400 and the control's own number
     } else if (first == '\x7F') {

@@ -46,13 +46,13 @@ std::vector<RunningItem> runningItems(const ProcessSnapshot& snapshot,
         }
         const RunningApplication* application = applicationOf(record, applications);
         const auto listening = snapshot.listeners.find(record.pid);
-        std::string name = lastPathComponent(record.command);
+        const std::string name = lastPathComponent(record.command);
         if (!application && listening == snapshot.listeners.end() && !isDeveloperProcess(name)) {
             continue;
         }
         RunningItem& row = rows.emplace_back();
         row.id = record.pid;
-        row.name = application && !application->localizedName.empty() ? application->localizedName : std::move(name);
+        row.name = application && !application->localizedName.empty() ? application->localizedName : name;
         row.executable = record.command;
         row.memoryMB = record.residentKilobytes / 1024;
         row.cpu = record.cpu;
