@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCursor>
 #include <QKeySequence>
+#include <QTextDocument>
 
 #include <utility>
 
@@ -20,13 +21,18 @@ QString actionText(const QMenu& menu, const std::string& title) {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+/// A tooltip takes what looks like HTML for HTML.
+QString plainToolTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
+}
+
 void apply(const QMenu& menu, const MenuItem& item, QAction& action) {
     const QString title = QString::fromStdString(item.title);
     const QString text = actionText(menu, item.title);
     action.setText(text);
-    action.setToolTip(item.tooltip.empty() && text.endsWith(QChar(0x2026)) && item.action == MenuAction::none
-                          ? title.toHtmlEscaped()
-                          : QString::fromStdString(item.tooltip));
+    // Without one of its own an action's tooltip is its text; a message may hold foreign names.
+    action.setToolTip(item.tooltip.empty() && item.action == MenuAction::none ? plainToolTip(title)
+                                                                              : QString::fromStdString(item.tooltip));
     action.setEnabled(item.enabled);
     action.setCheckable(item.checked.has_value());
     action.setChecked(item.checked.value_or(false));

@@ -59,7 +59,6 @@ int main(int argc, char** argv) {
     }
 
     QApplication::setApplicationName(QStringLiteral("kestrune"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Kestrune"));
     QApplication::setApplicationVersion(QStringLiteral(KESTRUNE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("com.torvandelsyn.kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -35,7 +35,7 @@ RunningAppRow::RunningAppRow(QWidget* parent)
     for (QWidget* control : std::initializer_list<QWidget*>{m_protection, m_quit, m_more}) {
         control->setFocusPolicy(Qt::TabFocus);
     }
-    connect(m_protection, &QAbstractButton::clicked, this, [this] {
+    connect(m_protection, &QAbstractButton::toggled, this, [this] {
         const RunningItem item = state().item;
         Q_EMIT protectionWanted(item);
     });

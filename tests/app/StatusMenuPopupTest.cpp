@@ -80,4 +80,19 @@ TEST_F(StatusMenuPopupTest, aLongMessageIsCutAndExplainedByItsTooltip) {
     EXPECT_EQ(line->toolTip(), QString::fromStdString(message));
 }
 
+TEST_F(StatusMenuPopupTest, foreignNamesInTheMessageAreShownAsTheyAre) {
+    m_popup.toggle(m_model.items());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_model.refresh({.message = "Close R&D <b>Tool</b>\t_x_ first."});
+    m_popup.toggle(m_model.items());
+    ASSERT_NE(openMenu(), nullptr);
+    const QAction* line = openMenu()->actions()[2];
+    EXPECT_EQ(line->text(), QStringLiteral("Close R&&D <b>Tool</b> _x_ first."));
+    EXPECT_EQ(line->toolTip(), QStringLiteral("Close R&amp;D &lt;b&gt;Tool&lt;/b&gt;\t_x_ first."));
+    m_model.refresh({.message = "Close R&D first."});
+    m_popup.update(m_model.items());
+    EXPECT_EQ(line->text(), QStringLiteral("Close R&&D first."));
+    EXPECT_EQ(line->toolTip(), QStringLiteral("Close R&D first."));
+}
+
 }  // namespace kestrune
