@@ -5,9 +5,10 @@ from pathlib import Path
 
 import pytest
 
-from desk import Notifications, picture
+from desk import Notifications, picture, put_pointer_aside
 from home import Home
 from kestrune import Kestrune
+from programs import Server
 
 PICTURES = Path(os.environ.get('KESTRUNE_PICTURES', '/tmp/kestrune-pictures'))
 
@@ -36,6 +37,7 @@ def start(request, home):
     """start(*arguments, home=…, environment=…, umask=…) starts the program; it ends with the test."""
     request.node.programs = programs = []
     Notifications.forget()
+    put_pointer_aside()
 
     def begin(*arguments, home=home, environment=None, umask=-1):
         programs.append(Kestrune(home, *arguments, environment=environment, umask=umask))
@@ -52,6 +54,13 @@ def app(start):
     program = start()
     assert program.tray
     return program
+
+
+@pytest.fixture
+def server(tmp_path):
+    """A developer's server that listens on a free port of every address."""
+    with Server(tmp_path / 'bin', 'node', '*') as process:
+        yield process
 
 
 @pytest.fixture

@@ -1,5 +1,6 @@
 """The program as the tests use it: one running process with its tray menu and its windows."""
 import os
+import re
 import subprocess
 from pathlib import Path
 
@@ -12,10 +13,17 @@ QUICK_CLEAN = '🧹 Clean Build Caches…'
 CLEAN_SAVED = '📋 Clean the Same Folders Again…'
 OPEN = '✦ Open Kestrune'
 STORAGE = '💾 Find What’s Taking Space…'
+PORTS = '🌐 Find What’s Using a Port…'
+KEEP = '🔒 Keep My Current App Open'
+QUIT_OTHERS = '🚪 Quit Other Apps…'
+APPS = '🖥 Running Apps…'
+AI_TOOLS = '🧠 AI Tools…'
+CLEAR_MEMORY = 'Clear Cached Memory…'
 REMINDERS = '🔁 Daily Scan Reminders'
 RECENT = '🕘 Recent Actions…'
 QUIT = 'Quit Kestrune'
 
+PORT_WINDOW = 'What’s Using a Port?'
 REVIEW = 'Review & move to Trash'
 CAUTION = ("Close the tools using these files first. Builds may need to rebuild caches; models may require another "
            "download. Space is recovered only after Trash is emptied. You can restore eligible items from Finder's "
@@ -82,11 +90,14 @@ class Kestrune:
                                capture_output=True, text=True, check=False)
         return set(found.stdout.split())
 
-    def window_id(self):
-        """The X11 window of the workspace, or nothing while it is not on the screen."""
-        found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(self.process.pid), '--name',
-                                '^Kestrune$'], capture_output=True, text=True, check=False).stdout.split()
+    def window_id(self, title='Kestrune'):
+        """The X11 window with this title, or nothing while it is not on the screen."""
+        found = subprocess.run(['xdotool', 'search', '--all', '--onlyvisible', '--pid', str(self.process.pid), '--name',
+                                f'^{re.escape(title)}$'], capture_output=True, text=True, check=False).stdout.split()
         return found[0] if found else None
+
+    def port_window_id(self):
+        return self.window_id(PORT_WINDOW)
 
     def close_window(self):
         """As the window's close button does."""
@@ -102,6 +113,43 @@ class Kestrune:
         """The page whose sidebar entry is selected."""
         return next((item.get_name() for item in Windows.children(self.windows.list_named('Pages'))
                      if Windows.has(item, 'SELECTED')), None)
+
+    def open_ports(self):
+        """Opens the port review through the menu."""
+        self.tray.click(PORTS)
+        wait(self.port_window_id, 'the port window on the screen')
+        return self
+
+    # Rows of running processes.
+
+    def row(self, process):
+        """The row of the process with this number, in whichever window shows it, or None."""
+        pattern = re.compile(rf'\bPID {process}\b')
+        return next((node for node in self.windows.walk()
+                     if node.get_role_name() == 'list item' and pattern.search(node.get_name() or '')), None)
+
+    def row_text(self, process):
+        """What a screen reader reads at the row; empty without one."""
+        row = self.row(process)
+        return row.get_name() if row else ''
+
+    def wait_for_row(self, process, text=''):
+        wait(lambda: text in self.row_text(process) and self.row(process),
+             f'the row of process {process}' + (f' with {text!r}' if text else ''))
+
+    def row_control(self, process, label):
+        """The control of the row whose name begins with label, or None."""
+        row = self.row(process)
+        return row and next((node for node in self.windows.walk(row)
+                             if (node.get_name() or '').startswith(label)), None)
+
+    def can_press_in_row(self, process, label):
+        control = self.row_control(process, label)
+        return bool(control) and Windows.has(control, 'ENABLED')
+
+    def press_in_row(self, process, label):
+        control = wait(lambda: self.row_control(process, label), f'{label!r} in the row of process {process}')
+        self.windows.press(control.get_name(), self.row(process))
 
     # Storage.
 

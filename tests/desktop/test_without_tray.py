@@ -35,6 +35,30 @@ def test_without_a_tray_the_window_opens_and_closing_it_ends_the_program(start):
     assert app.wait_until_gone() == 0
 
 
+def test_without_a_tray_the_last_window_to_close_ends_the_program(start):
+    app = start()
+    app.wait_for_window()
+    subprocess.run(['xdotool', 'windowactivate', '--sync', wait(app.window_id, 'the window on the screen'), 'key',
+                    'ctrl+n'], check=True)
+    ports = wait(app.port_window_id, 'the port window on the screen')
+    app.close_window()
+    assert app.is_running() and app.port_window_id() == ports
+    subprocess.run(['xdotool', 'windowactivate', '--sync', ports, 'key', 'Escape'], check=True)
+    assert app.wait_until_gone() == 0
+
+
+def test_without_a_tray_closing_the_port_window_leaves_the_other(start):
+    app = start()
+    app.wait_for_window()
+    subprocess.run(['xdotool', 'windowactivate', '--sync', wait(app.window_id, 'the window on the screen'), 'key',
+                    'ctrl+n'], check=True)
+    ports = wait(app.port_window_id, 'the port window on the screen')
+    subprocess.run(['xdotool', 'windowactivate', '--sync', ports, 'key', 'Escape'], check=True)
+    wait(lambda: not app.port_window_id(), 'the port window to close')
+    app.close_window()
+    assert app.wait_until_gone() == 0
+
+
 def test_a_tray_that_comes_later_gets_the_item(start, panel):
     app = start()
     app.wait_for_window()

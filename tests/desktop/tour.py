@@ -8,9 +8,10 @@ from pathlib import Path
 program, pictures = sys.argv[1], Path(sys.argv[2])
 os.environ['KESTRUNE'] = program
 
-from desk import ColourScheme, output, picture, wait  # noqa: E402
+from desk import ColourScheme, output, picture, put_pointer_aside, wait  # noqa: E402
 from home import BUILD_CACHES, Home  # noqa: E402
 from kestrune import PAGES, QUIT, Kestrune  # noqa: E402
+from programs import Application, Server  # noqa: E402
 
 
 def settled_picture(path, window):
@@ -35,6 +36,10 @@ def tour(app, look):
     for page in PAGES[:-2] + PAGES[-1:]:
         app.show_page(page)
         settled_picture(page_picture(page, look), window)
+    app.open_ports()
+    settled_picture(pictures / f'ports-{look}.png', app.port_window_id())
+    output('xdotool', 'windowactivate', '--sync', app.port_window_id(), 'key', 'Escape')
+    wait(lambda: not app.port_window_id(), 'the port window to close')
     app.show_page('Storage')
     app.review()
     settled_picture(pictures / f'confirmation-{look}.png', 'root')
@@ -52,12 +57,16 @@ def main():
     pictures.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory(prefix='kestrune-tour.') as folder:
         home = Home(folder)
-        for look in ('light', 'dark'):
-            home.furnish()
-            with ColourScheme(dark=look == 'dark'), Kestrune(home, *sys.argv[3:]) as app:
-                tour(app, look)
-                app.tray.click(QUIT)
-                app.wait_until_gone()
+        tools = Path(folder) / 'bin'
+        put_pointer_aside()
+        with Application('mousepad', '--disable-server'), Application('galculator'), \
+                Server(tools, 'node', '*', '127.0.0.1'), Server(tools, 'ollama', '127.0.0.1'):
+            for look in ('light', 'dark'):
+                home.furnish()
+                with ColourScheme(dark=look == 'dark'), Kestrune(home, *sys.argv[3:]) as app:
+                    tour(app, look)
+                    app.tray.click(QUIT)
+                    app.wait_until_gone()
 
 
 if __name__ == '__main__':

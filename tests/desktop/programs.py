@@ -1,0 +1,105 @@
+"""Real programs beside the one under test: applications with windows, and servers that listen on ports."""
+import os
+import shutil
+import signal
+import subprocess
+import sys
+
+from desk import output, wait
+
+SERVER = '''
+import signal, socket, sys
+sockets = []
+for endpoint in sys.argv[1:]:
+    host, port = endpoint.rsplit(' ', 1)
+    family = socket.AF_INET6 if ':' in host else socket.AF_INET
+    listening = socket.socket(family, socket.SOCK_STREAM)
+    if family == socket.AF_INET6:
+        listening.setsockopt(socket.IPPROTO_IPV6, socket.IPV6_V6ONLY, 1)
+    listening.bind((host, int(port)))
+    listening.listen()
+    sockets.append(listening)
+print(*[listening.getsockname()[1] for listening in sockets], flush=True)
+signal.pause()
+'''
+
+
+class Program:
+    """A process of the test's own. A context manager: it is gone at the end."""
+
+    def __init__(self, *command, **options):
+        self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, **options)
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    def wait_until_gone(self, seconds=15):
+        """The exit code; a signal's number, negative, when one ended it."""
+        return self.process.wait(seconds)
+
+    def stop(self):
+        if self.is_running():
+            self.process.kill()
+        self.process.wait()
+        if self.process.stdout:
+            self.process.stdout.close()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *problem):
+        self.stop()
+
+
+class Application(Program):
+    """An application with a window on the desktop."""
+
+    def __init__(self, *command):
+        super().__init__(*command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait(self.windows, f'a window of {command[0]}', 30)
+
+    def windows(self):
+        """The X11 windows that a window list has, with their titles."""
+        found = subprocess.run(['xdotool', 'search', '--all', '--onlyvisible', '--pid', str(self.pid),
+                                '--name', '.'], capture_output=True, text=True, check=False).stdout.split()
+        return {window: output('xdotool', 'getwindowname', window).strip() for window in found}
+
+    def activate(self):
+        output('xdotool', 'windowactivate', '--sync', next(iter(self.windows())))
+
+    def hang(self):
+        """It answers nothing any more, like a program stuck in a loop."""
+        self.process.send_signal(signal.SIGSTOP)
+
+
+class Server(Program):
+    """A process called name, by its executable, that listens on "*", "127.0.0.1" or "::1", each on a free port."""
+
+    ANY = {'*': '0.0.0.0'}
+
+    def __init__(self, folder, name, *hosts):
+        self.name = name
+        folder.mkdir(parents=True, exist_ok=True)
+        executable = folder / name
+        if not executable.exists():
+            shutil.copyfile(os.path.realpath(sys.executable), executable)
+            executable.chmod(0o755)
+        super().__init__(str(executable), '-I', '-S', '-c', SERVER,
+                         *[f'{self.ANY.get(host, host)} 0' for host in hosts],
+                         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+                         env={**os.environ, 'PYTHONHOME': sys.base_prefix})
+        self.ports = [int(port) for port in self.process.stdout.readline().split()]
+        assert len(self.ports) == len(hosts), f'{name} does not listen'
+
+    @property
+    def port(self):
+        return self.ports[0]
+
+
+def is_free(port):
+    """Whether nobody listens on the port of this machine."""
+    return not output('ss', '-Hltn', f'sport = :{port}').strip()

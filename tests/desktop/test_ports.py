@@ -1,0 +1,140 @@
+"""What’s Using a Port: from the question to the free port."""
+import json
+import signal
+
+from desk import frame_of, output, press_keys, wait
+from kestrune import PORT_WINDOW
+from programs import Server, is_free
+
+WARNING = ('Stopping a server closes its whole process, including its other work. Save first. Protected apps stay '
+           'running.')
+CHANGED = "Process changed or couldn't be stopped. Rescan before retrying."
+
+
+def stop_question(app, server):
+    """The open question, certainly about this server."""
+    dialog = app.wait_for_dialog()
+    assert app.windows.reads(f'Quit {server.name}?', dialog)
+    assert app.windows.reads(f'Listening on: *:{server.port}. This stops the entire process, including its other work '
+                             'and connections.', dialog)
+    return dialog
+
+
+def test_three_clicks_lead_from_the_menu_to_a_free_port(app, server, home):
+    app.open_ports()
+    app.wait_for_row(server.pid, f'*:{server.port}')
+    assert app.row_text(server.pid).startswith('node')
+    assert app.windows.reads('What’s using your ports?') and app.windows.reads(WARNING)
+    app.press_in_row(server.pid, 'Stop process')
+    stop_question(app, server)
+    app.answer('Quit')
+    assert server.wait_until_gone() == -signal.SIGTERM
+    assert is_free(server.port)
+    entry = wait(home.activity, 'the entry in the log')[0]
+    assert (entry['title'], entry['detail'], entry['failed']) == (
+        'Stop requested: node', f'Sent a termination request to PID {server.pid}.', False)
+    wait(lambda: not app.row(server.pid), 'the row to go')
+
+
+def test_cancel_stops_nothing(app, server, home):
+    app.open_ports()
+    app.wait_for_row(server.pid)
+    app.press_in_row(server.pid, 'Stop process')
+    stop_question(app, server)
+    app.answer('Cancel')
+    assert server.is_running() and not is_free(server.port)
+    assert home.activity() == []
+    assert app.can_press_in_row(server.pid, 'Stop process')
+
+
+def test_every_address_of_a_server_is_named(app, tmp_path):
+    with Server(tmp_path / 'bin', 'vite', '*', '127.0.0.1', '::1') as server:
+        app.open_ports()
+        app.wait_for_row(server.pid)
+        every, local, local6 = server.ports
+        endpoints = sorted([f'*:{every}', f'127.0.0.1:{local}', f'[::1]:{local6}'])
+        assert ', '.join(endpoints) in app.row_text(server.pid)
+
+
+def test_a_server_of_any_name_is_found_by_its_port(app, tmp_path):
+    with Server(tmp_path / 'bin', 'my own & server', '127.0.0.1') as server:
+        app.open_ports()
+        app.wait_for_row(server.pid, f'127.0.0.1:{server.port}')
+        assert app.row_text(server.pid).startswith('my own & server')
+
+
+def test_refresh_finds_a_server_started_meanwhile(app, tmp_path):
+    app.open_ports()
+    with Server(tmp_path / 'bin', 'node', '*') as server:
+        assert not app.row(server.pid)
+        app.windows.press('Refresh', app.windows.window(PORT_WINDOW))
+        app.wait_for_row(server.pid)
+
+
+def test_a_protected_server_can_only_be_looked_at(start, server, home):
+    home.preferences_file.parent.mkdir(parents=True, exist_ok=True)
+    home.preferences_file.write_text(json.dumps({'alwaysKeepApps': ['node']}), encoding='utf-8')
+    app = start()
+    app.open_ports()
+    app.wait_for_row(server.pid)
+    assert app.row_control(server.pid, 'Protected')
+    assert not app.can_press_in_row(server.pid, 'Protected')
+    assert not app.row_control(server.pid, 'Stop process')
+
+
+def test_a_server_that_ended_before_it_was_stopped_is_told_of(app, server, home):
+    app.open_ports()
+    app.wait_for_row(server.pid)
+    app.press_in_row(server.pid, 'Stop process')
+    stop_question(app, server)
+    server.stop()
+    app.answer('Quit')
+    entry = wait(home.activity, 'the entry in the log')[0]
+    assert (entry['title'], entry['detail'], entry['failed']) == ('Stop requested: node', CHANGED, True)
+
+
+def test_the_keyboard_is_enough(app, server, home):
+    app.open()
+    output('xdotool', 'windowactivate', '--sync', wait(app.window_id, 'the window on the screen'))
+    press_keys('ctrl+n')
+    wait(app.port_window_id, 'the port window on the screen')
+    app.wait_for_row(server.pid)
+
+    def tab_until(arrived, what):
+        for _ in range(80):
+            focused = app.windows.focused()
+            if focused and arrived(focused):
+                return
+            press_keys('Tab')
+            wait(lambda before=focused: app.windows.focused() != before, 'the focus to move')
+        raise AssertionError(f'Tab does not lead to {what}')
+
+    def is_our_button(node):
+        button = app.row_control(server.pid, 'Stop process')
+        return node.get_name().startswith('Stop process') and button == node
+
+    tab_until(is_our_button, 'the button of the server')
+    press_keys('space')
+    stop_question(app, server)
+    tab_until(lambda node: node.get_name() == 'Quit', 'the button Quit')
+    press_keys('Return')
+    assert server.wait_until_gone() == -signal.SIGTERM
+    wait(home.activity, 'the entry in the log')
+    wait(lambda: not app.windows.dialog(), 'the question to close')
+    press_keys('Escape')
+    wait(lambda: not app.port_window_id(), 'the port window to close')
+    assert app.window_id() and app.is_running()
+
+
+def test_the_window_is_centred_and_listed_anew_each_time(app, tmp_path):
+    app.open_ports()
+    window = app.port_window_id()
+    output('xdotool', 'windowmove', '--sync', window, '20', '60')
+    output('xdotool', 'windowactivate', '--sync', window)
+    press_keys('Escape')
+    wait(lambda: not app.port_window_id(), 'the port window to close')
+    with Server(tmp_path / 'bin', 'node', '*') as server:
+        app.open_ports()
+        app.wait_for_row(server.pid)
+        left, _, width, _ = frame_of(app.port_window_id())
+        assert abs(left + width / 2 - 1440 / 2) <= 8
