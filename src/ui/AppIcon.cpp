@@ -8,6 +8,7 @@
 #include <QSvgRenderer>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <string_view>
 
 #include "ui/Icons.h"
@@ -43,11 +44,11 @@ constexpr QRgb darkInk = 0xFFFFFFFF;
 
 // The same name has the same colour in every run.
 const Ground& groundOf(std::string_view name) {
-    std::size_t sum = 0;
+    std::uint32_t mixed = 2'166'136'261U;
     for (const char character : name) {
-        sum = sum * 31 + static_cast<unsigned char>(character);
+        mixed = (mixed ^ static_cast<unsigned char>(character)) * 16'777'619U;
     }
-    return grounds.at(sum % grounds.size());
+    return grounds.at((mixed >> 16U) % grounds.size());
 }
 
 QPixmap drawing(const QString& path, int pixels) {

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "base/Text.h"
 #include "ui/FocusRing.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
@@ -14,7 +15,8 @@ LiveRow::LiveRow(QWidget* parent) : ListRow(parent) {
 }
 
 QString LiveRow::name() const {
-    return shown(m_state.item.name);
+    const RunningItem& item = m_state.item;
+    return shown(item.name.empty() ? lastPathComponent(item.executable) : item.name);
 }
 
 QString LiveRow::spokenName() const {

@@ -97,7 +97,7 @@ PortReviewWindow::PortReviewWindow(WorkspaceStore& store, QWidget* parent)
 QHBoxLayout* PortReviewWindow::makeHeader() {
     auto* title = new TextLabel(FontRole::emptyTitle, Colour::text1, this);
     title->setText(QStringLiteral("What’s using your ports?"));
-    title->setFit(TextLabel::Fit::elideEnd);
+    title->setFit(TextLabel::Fit::wrap);
     auto* again = new Button(Button::Kind::secondary, QStringLiteral("Refresh"), this);
     again->setSymbol(QStringLiteral("arrow.clockwise"));
     connect(again, &Button::clicked, this, [this] { m_store.refreshProcesses(); });

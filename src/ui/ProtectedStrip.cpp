@@ -45,7 +45,7 @@ int nameWidth(const QString& name) {
 
 ProtectedStrip::ProtectedStrip(QWidget* parent) : Painted(parent) {
     setAccessibleName(title());
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
