@@ -48,7 +48,7 @@ LinuxProcessListing::LinuxProcessListing(std::string procRoot, std::uint32_t use
 
 ProcessSnapshot LinuxProcessListing::snapshot() {
     constexpr unsigned snapshotsBetweenLooks = 12;
-    const bool anew = m_snapshots++ % snapshotsBetweenLooks == 0;
+    const bool isThorough = m_snapshots++ % snapshotsBetweenLooks == 0;
     ProcessSnapshot snapshot;
     const LinuxFileDescriptor procFolder(::open(m_procRoot.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!procFolder) {
@@ -61,11 +61,8 @@ ProcessSnapshot LinuxProcessListing::snapshot() {
     for (const LinuxListeningSocket& socket : sockets) {
         inodes.push_back(socket.inode);
     }
-    snapshot.processes = m_table.refresh(procFolder.get(), anew);
-    if (anew) {
-        m_owners.forget();
-    }
-    m_owners.refresh(procFolder.get(), inodes, snapshot.processes, m_table.active());
+    snapshot.processes = m_table.refresh(procFolder.get(), isThorough);
+    m_owners.refresh({procFolder.get(), inodes, snapshot.processes, m_table.active(), isThorough});
     snapshot.listeners = endpointsOf(m_owners.holders(), sockets);
     return snapshot;
 }

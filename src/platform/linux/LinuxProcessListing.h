@@ -20,7 +20,7 @@ namespace kestrune {
 /// that hide from their own user). Not seen are sockets of other network namespaces (most containers) and those of
 /// processes whose descriptors this user may not read; the tools do not see them either. What was learnt of processes
 /// and sockets is kept between snapshots and checked at each (see LinuxProcessTable and LinuxSocketOwners); every
-/// twelfth snapshot looks at everything anew. Does not block.
+/// twelfth snapshot is a thorough one. Does not block.
 class LinuxProcessListing final : public ProcessListing {
 public:
     /// The listening sockets of IPv4 or, when true, IPv6; nothing when they are not told.

@@ -36,6 +36,10 @@ private:
     std::array<char, 32> m_text;
 };
 
+LinuxFileDescriptor openProcess(int procFolder, std::int32_t pid) {
+    return LinuxFileDescriptor(::openat(procFolder, ProcessPath(pid, "").text(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
 // A process's folder belongs to its effective owner.
 std::optional<std::uint32_t> effectiveUserOf(int folder, const char* path, int flags) {
     struct stat status {};
@@ -53,7 +57,7 @@ bool isOfOwnNamespace(int procFolder) {
 
 }  // namespace
 
-std::vector<ProcessRecord> LinuxProcessTable::refresh(int procFolder, bool anew) {
+std::vector<ProcessRecord> LinuxProcessTable::refresh(int procFolder, bool isThorough) {
     m_ticksSinceBoot =
         LinuxProcessFigures::ticksSinceBoot(contentOf(procFolder, "uptime"), m_ticksPerSecond).value_or(0);
     m_hasClocks = isOfOwnNamespace(procFolder);
@@ -63,9 +67,8 @@ std::vector<ProcessRecord> LinuxProcessTable::refresh(int procFolder, bool anew)
     std::vector<ProcessRecord> records;
     for (Entry& entry : listEntries(procFolder)) {
         old = std::find_if(old, known.end(), [&](const Entry& one) { return one.pid >= entry.pid; });
-        const bool isKnown =
-            !anew && old != known.end() && old->pid == entry.pid && old->folderInode == entry.folderInode;
-        if (isKnown && update(procFolder, *old)) {
+        const bool isKnown = old != known.end() && old->pid == entry.pid && old->folderInode == entry.folderInode;
+        if (isKnown && update(procFolder, *old, isThorough)) {
             entry = std::move(*old);
         } else if (!learn(procFolder, entry)) {
             continue;
@@ -100,8 +103,7 @@ std::vector<LinuxProcessTable::Entry> LinuxProcessTable::listEntries(int procFol
 
 bool LinuxProcessTable::learn(int procFolder, Entry& entry) {
     // Everything is read through the folder, which stays that of one process whoever gets the pid next.
-    const LinuxFileDescriptor folder(
-        ::openat(procFolder, ProcessPath(entry.pid, "").text(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const LinuxFileDescriptor folder = openProcess(procFolder, entry.pid);
     if (!folder) {
         return false;
     }
@@ -132,26 +134,38 @@ bool LinuxProcessTable::learn(int procFolder, Entry& entry) {
     return takeFigures(entry, contentOf(folder.get(), "statm"));
 }
 
-bool LinuxProcessTable::update(int procFolder, Entry& entry) {
+bool LinuxProcessTable::update(int procFolder, Entry& entry, bool isThorough) {
     const std::int64_t clock = processorClockOf(entry.pid);
     entry.ran = clock < 0 || clock != entry.processorClock;
     entry.processorClock = clock;
-    if (!entry.isUsers) {
-        // The real owner of one that shares its effective owner with the user may change unseen.
-        return !entry.ran || (entry.effectiveUser != m_user &&
-                              effectiveUserOf(procFolder, ProcessPath(entry.pid, "").text(), 0) == entry.effectiveUser);
+    if (entry.ran && (isThorough || !updateActive(procFolder, entry))) {
+        return false;
     }
-    if (entry.ran) {
-        const std::string_view text = contentOf(procFolder, ProcessPath(entry.pid, "/stat").text());
-        const std::optional<LinuxProcessIdentity::Stat> stat = LinuxProcessIdentity::parseStat(text);
-        // A process that takes on another owner hides its image from then on.
-        if (!stat || stat->startTime != entry.record.startTime || entry.imageMark == 0 ||
-            LinuxProcessFigures::imageMark(text) != entry.imageMark) {
-            return false;
-        }
-        entry.processorTicks = stat->processorTicks;
+    if (!entry.isUsers) {
+        return true;
+    }
+    if (isThorough) {
+        const LinuxFileDescriptor folder = openProcess(procFolder, entry.pid);
+        entry.record.command = LinuxProcessIdentity::executableOf(folder.get()).value_or(entry.record.command);
     }
     return takeFigures(entry, contentOf(procFolder, ProcessPath(entry.pid, "/statm").text()));
+}
+
+bool LinuxProcessTable::updateActive(int procFolder, Entry& entry) {
+    if (!entry.isUsers) {
+        // The real owner of one that shares its effective owner with the user may change unseen.
+        return entry.effectiveUser != m_user &&
+               effectiveUserOf(procFolder, ProcessPath(entry.pid, "").text(), 0) == entry.effectiveUser;
+    }
+    const std::string_view text = contentOf(procFolder, ProcessPath(entry.pid, "/stat").text());
+    const std::optional<LinuxProcessIdentity::Stat> stat = LinuxProcessIdentity::parseStat(text);
+    // A process that takes on another owner hides its image from then on.
+    if (!stat || stat->startTime != entry.record.startTime || entry.imageMark == 0 ||
+        LinuxProcessFigures::imageMark(text) != entry.imageMark) {
+        return false;
+    }
+    entry.processorTicks = stat->processorTicks;
+    return true;
 }
 
 bool LinuxProcessTable::takeFigures(Entry& entry, std::string_view statm) const {

@@ -15,15 +15,15 @@ namespace kestrune {
 /// A process whose processor clock stands still since the last refresh did not run, so its share of the processor, its
 /// owners and its program image are what they were; only its memory is read, which the system takes away from sleepers
 /// too. For one that ran, the image and its owners are read again when the image, the process or the effective owner
-/// is another one, or when the process does not show its image. Everything is read when it is looked at anew; that also
-/// covers an executable that was renamed while it runs. One thread at a time.
+/// is another one, or when the process does not show its image. A thorough refresh reads them of all that ran, and the
+/// executables of the others, which may have been renamed. One thread at a time.
 class LinuxProcessTable final {
 public:
     LinuxProcessTable(std::uint32_t user, std::uint64_t ticksPerSecond, std::int64_t kilobytesPerPage)
         : m_user(user), m_ticksPerSecond(ticksPerSecond), m_kilobytesPerPage(kilobytesPerPage) {}
 
-    /// What runs now, ordered by pid; procFolder is the opened /proc. With anew nothing that was known is relied on.
-    [[nodiscard]] std::vector<ProcessRecord> refresh(int procFolder, bool anew);
+    /// What runs now, ordered by pid; procFolder is the opened /proc.
+    [[nodiscard]] std::vector<ProcessRecord> refresh(int procFolder, bool isThorough);
 
     /// Those of the last refresh that were new, or may have run since the one before; ordered.
     [[nodiscard]] const std::vector<std::int32_t>& active() const { return m_active; }
@@ -48,8 +48,9 @@ private:
     [[nodiscard]] bool learn(int procFolder, Entry& entry);
 
     /// Brings up to date what was known of entry; false when it does not hold any more.
-    [[nodiscard]] bool update(int procFolder, Entry& entry);
+    [[nodiscard]] bool update(int procFolder, Entry& entry, bool isThorough);
 
+    [[nodiscard]] bool updateActive(int procFolder, Entry& entry);
     [[nodiscard]] bool takeFigures(Entry& entry, std::string_view statm) const;
     [[nodiscard]] std::int64_t processorClockOf(std::int32_t pid) const;
     [[nodiscard]] std::string_view contentOf(int folder, const char* path);

@@ -51,20 +51,22 @@ bool isBefore(const LinuxSocketOwners::Holder& one, const LinuxSocketOwners::Hol
 
 }  // namespace
 
-void LinuxSocketOwners::refresh(int procFolder, const std::vector<std::uint64_t>& inodes,
-                                const std::vector<ProcessRecord>& processes, const std::vector<std::int32_t>& active) {
+void LinuxSocketOwners::refresh(const Question& question) {
     std::vector<Process> now;
-    now.reserve(processes.size());
-    for (const ProcessRecord& process : processes) {
+    std::vector<std::int32_t> all;
+    for (const ProcessRecord& process : question.processes) {
         now.emplace_back(process.pid, process.startTime);
+        all.push_back(process.pid);
     }
+    std::vector<std::int32_t> unsure;
+    std::set_union(m_unsure.begin(), m_unsure.end(), question.active.begin(), question.active.end(),
+                   std::back_inserter(unsure));
+    m_unsure = std::move(unsure);
+    const std::vector<std::uint64_t>& inodes = question.inodes;
     bool everything = !std::includes(m_inodes.begin(), m_inodes.end(), inodes.begin(), inodes.end());
     if (!everything) {
         const std::vector<std::uint64_t> before = heldInodes();
-        for (const std::int32_t pid : recheck(procFolder, inodes, now, active)) {
-            lookThrough(procFolder, pid, inodes);
-        }
-        sortHolders();
+        lookThrough(question, recheck(question, now));
         const std::vector<std::uint64_t> after = heldInodes();
         everything = std::any_of(before.begin(), before.end(), [&](std::uint64_t inode) {
             return contains(inodes, inode) && !contains(after, inode);
@@ -72,64 +74,60 @@ void LinuxSocketOwners::refresh(int procFolder, const std::vector<std::uint64_t>
     }
     if (everything) {
         m_holders.clear();
-        for (const auto& [pid, startTime] : now) {
-            lookThrough(procFolder, pid, inodes);
-        }
-        sortHolders();
+        lookThrough(question, all);
     }
     m_processes = std::move(now);
     m_inodes = inodes;
 }
 
-void LinuxSocketOwners::forget() {
-    m_holders.clear();
-    m_processes.clear();
-    m_inodes.clear();
-}
-
-std::vector<std::int32_t> LinuxSocketOwners::recheck(int procFolder, const std::vector<std::uint64_t>& inodes,
-                                                     const std::vector<Process>& processes,
-                                                     const std::vector<std::int32_t>& active) {
-    std::vector<std::int32_t> pids;
+std::vector<std::int32_t> LinuxSocketOwners::recheck(const Question& question, const std::vector<Process>& now) {
     std::vector<Process> fresh;
-    std::set_difference(processes.begin(), processes.end(), m_processes.begin(), m_processes.end(),
-                        std::back_inserter(fresh));
+    std::set_difference(now.begin(), now.end(), m_processes.begin(), m_processes.end(), std::back_inserter(fresh));
+    std::vector<std::int32_t> pids;
     for (const auto& [pid, startTime] : fresh) {
         pids.push_back(pid);
     }
-    const auto isKnown = [&](std::int32_t pid) {
-        const auto place = std::lower_bound(processes.begin(), processes.end(), Process{pid, 0});
-        return place != processes.end() && place->first == pid &&
-               std::binary_search(m_processes.begin(), m_processes.end(), *place);
-    };
+    if (question.isThorough) {
+        pids.insert(pids.end(), m_unsure.begin(), m_unsure.end());
+    }
     std::array<char, longestPath> path;
     for (const Holder& holder : m_holders) {
-        const bool stoodStill = !std::binary_search(active.begin(), active.end(), holder.pid);
-        if (stoodStill || !contains(inodes, holder.inode) || !isKnown(holder.pid)) {
-            continue;
-        }
-        static_cast<void>(std::snprintf(path.data(), path.size(), "%d/fd/%d", holder.pid, holder.descriptor));
-        if (linkedSocket(procFolder, path.data()) != holder.inode) {
-            pids.push_back(holder.pid);
+        if (std::binary_search(question.active.begin(), question.active.end(), holder.pid)) {
+            static_cast<void>(std::snprintf(path.data(), path.size(), "%d/fd/%d", holder.pid, holder.descriptor));
+            if (linkedSocket(question.procFolder, path.data()) != holder.inode) {
+                pids.push_back(holder.pid);
+            }
         }
     }
     std::sort(pids.begin(), pids.end());
     pids.erase(std::unique(pids.begin(), pids.end()), pids.end());
     const auto isOut = [&](const Holder& holder) {
-        return !contains(inodes, holder.inode) || !isKnown(holder.pid) ||
+        const auto place = std::lower_bound(now.begin(), now.end(), Process{holder.pid, 0});
+        return place == now.end() || place->first != holder.pid || !contains(question.inodes, holder.inode) ||
                std::binary_search(pids.begin(), pids.end(), holder.pid);
     };
     m_holders.erase(std::remove_if(m_holders.begin(), m_holders.end(), isOut), m_holders.end());
     return pids;
 }
 
-void LinuxSocketOwners::lookThrough(int procFolder, std::int32_t pid, const std::vector<std::uint64_t>& inodes) {
+void LinuxSocketOwners::lookThrough(const Question& question, const std::vector<std::int32_t>& pids) {
+    for (const std::int32_t pid : pids) {
+        lookThrough(question, pid);
+    }
+    std::vector<std::int32_t> unsure;
+    std::set_difference(m_unsure.begin(), m_unsure.end(), pids.begin(), pids.end(), std::back_inserter(unsure));
+    m_unsure = std::move(unsure);
+    sortHolders();
+}
+
+void LinuxSocketOwners::lookThrough(const Question& question, std::int32_t pid) {
+    const std::vector<std::uint64_t>& inodes = question.inodes;
     if (inodes.empty()) {
         return;
     }
     std::array<char, longestPath> path;
     static_cast<void>(std::snprintf(path.data(), path.size(), "%d/fd", pid));
-    const LinuxFileDescriptor folder(::openat(procFolder, path.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const LinuxFileDescriptor folder(::openat(question.procFolder, path.data(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!folder) {
         return;
     }

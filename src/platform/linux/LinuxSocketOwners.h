@@ -16,8 +16,8 @@ namespace kestrune {
 /// alone, and not even that while its process does not run; when one is not there any more, its process is looked
 /// through again. All processes are looked through when a socket is new or has lost its last holder. What this misses
 /// is a socket handed to a process that was known already while another keeps it (SCM_RIGHTS, pidfd_getfd(2)): it shows
-/// when everything is next looked at anew. Processes whose descriptors this user may not read hold nothing here. One
-/// thread at a time.
+/// at the next thorough refresh, which looks through all that ran since they were last looked through. Processes whose
+/// descriptors this user may not read hold nothing here. One thread at a time.
 class LinuxSocketOwners final {
 public:
     struct Holder {
@@ -28,13 +28,16 @@ public:
         bool operator==(const Holder&) const = default;
     };
 
-    /// Brings the holders up to date: inodes are those of the sockets that listen now, sorted; processes are ordered by
-    /// pid; active are those that may have run since the last refresh, sorted; procFolder is the opened /proc.
-    void refresh(int procFolder, const std::vector<std::uint64_t>& inodes, const std::vector<ProcessRecord>& processes,
-                 const std::vector<std::int32_t>& active);
+    struct Question {
+        int procFolder = -1;                          ///< the opened /proc
+        const std::vector<std::uint64_t>& inodes;     ///< of the sockets that listen now, sorted
+        const std::vector<ProcessRecord>& processes;  ///< that run now, ordered by pid
+        const std::vector<std::int32_t>& active;      ///< those that may have run since the last refresh, ordered
+        bool isThorough = false;
+    };
 
-    /// Lets nothing that is known be relied on at the next refresh.
-    void forget();
+    /// Brings the holders up to date.
+    void refresh(const Question& question);
 
     /// Ordered by pid; a process that holds one socket through several descriptors counts once.
     [[nodiscard]] const std::vector<Holder>& holders() const { return m_holders; }
@@ -44,10 +47,9 @@ private:
     using Process = std::pair<std::int32_t, std::uint64_t>;
 
     /// Drops the holders that are none any more and answers the processes to look through, ordered.
-    [[nodiscard]] std::vector<std::int32_t> recheck(int procFolder, const std::vector<std::uint64_t>& inodes,
-                                                    const std::vector<Process>& processes,
-                                                    const std::vector<std::int32_t>& active);
-    void lookThrough(int procFolder, std::int32_t pid, const std::vector<std::uint64_t>& inodes);
+    [[nodiscard]] std::vector<std::int32_t> recheck(const Question& question, const std::vector<Process>& now);
+    void lookThrough(const Question& question, const std::vector<std::int32_t>& pids);
+    void lookThrough(const Question& question, std::int32_t pid);
 
     /// Goes through the numbers from 0 on, which is half the work of listing them where there are many in a row. False
     /// when that is not so.
@@ -57,6 +59,7 @@ private:
     [[nodiscard]] std::vector<std::uint64_t> heldInodes() const;
 
     std::vector<Holder> m_holders;
+    std::vector<std::int32_t> m_unsure;   ///< ran since they were last looked through, ordered
     std::vector<Process> m_processes;     ///< as of the last refresh, sorted
     std::vector<std::uint64_t> m_inodes;  ///< as of the last refresh, sorted
     LinuxDirectoryReader m_reader;
