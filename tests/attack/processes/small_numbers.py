@@ -1,8 +1,9 @@
 #!/usr/bin/python3
-"""Asks to end the numbers that stand for no single process, and watches every system call of it.
+"""Asks to end numbers that do not stand for the process they seem to.
 
-small_numbers.py PROBE: needs strace and the right to trace. Not one call may take hold of a process or signal one. A
-request to end an ordinary process shows first that such calls are seen.
+small_numbers.py PROBE: as root; needs strace and the right to trace. A request for a number below 2 must neither take
+hold of a process nor signal one; a request to end an ordinary process shows first that such calls are seen. A number of
+which /proc tells another process than the kernel knows by it must be refused too.
 """
 
 import os
@@ -39,6 +40,33 @@ def first_program():
             return file.read().rstrip("\n")
 
 
+# The first process of a new set of processes, whose /proc is still that of the outer set: starts a program under a
+# number that a process of the same program has out there, and asks to end it.
+STRANGER = """
+echo $(($2 - 1)) > /proc/sys/kernel/ns_last_pid
+/bin/sleep 60 &
+[ $! = "$2" ] || exit 9
+"$1" stop "$2" "$3"
+kill -0 $! && echo untouched
+kill -9 $!
+"""
+
+
+def strangers_wrong(probe):
+    """Whether a process was signalled of which nothing was known but a namesake's number."""
+    with subprocess.Popen(["/bin/sleep", "60"]) as outer:
+        program = os.readlink(f"/proc/{outer.pid}/exe")
+        result = subprocess.run(
+            ["unshare", "--pid", "--fork", "/bin/sh", "-c", STRANGER, "sh", probe, str(outer.pid), program],
+            capture_output=True, check=False, timeout=60)
+        is_alive = outer.poll() is None
+        outer.kill()
+    if result.returncode == 9:
+        sys.exit("a number could not be chosen; is that permitted here?")
+    print(f"number of a stranger: {result.stdout.decode().split()}")
+    return result.stdout != b"refused\nuntouched\n" or not is_alive
+
+
 def main(probe):
     with subprocess.Popen(["/bin/sleep", "60"]) as sleeper:
         calls, refused = traced(probe, sleeper.pid, os.path.realpath("/bin/sleep"))
@@ -51,6 +79,7 @@ def main(probe):
         calls, refused = traced(probe, number, program)
         print(f"{number}: {'refused' if refused else 'NOT REFUSED'}, {len(calls)} calls that concern a process")
         wrong += len(calls) + (not refused)
+    wrong += strangers_wrong(probe)
     return 1 if wrong else 0
 
 
