@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ui/Button.h"
+#include "ui/LiveRow.h"
 #include "ui/LiveRowList.h"
 #include "ui/ModelRow.h"
 #include "ui/NoteStrips.h"
@@ -68,7 +69,8 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
                               {[](QWidget* list) { return new ProcessRow(list); }, &ProcessRow::heightAt}, body())),
       m_noTools(sentence(Colour::text1,
                          QStringLiteral("No AI tools we recognize in the latest check. Refresh to check again."),
-                         body())) {
+                         body())),
+      m_allApps(pageButton(QStringLiteral("Review all running apps"), WorkspacePage::apps)) {
     addSection(QStringLiteral("Your AI downloads"),
                QStringLiteral("See how much space your model folders take. Open them in Finder before choosing what "
                               "goes; custom models may need a backup."));
@@ -84,7 +86,7 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
                               "every helper."));
     content().addWidget(m_tools);
     content().addWidget(m_noTools);
-    addButtons({pageButton(QStringLiteral("Review all running apps"), WorkspacePage::apps)});
+    addButtons({m_allApps});
     content().addStretch(1);
     watch(store.targets);
     watch(store.operationProgress);
@@ -133,6 +135,21 @@ ModelRow* AIToolsPage::rowFor(const CleanTarget& target) {
 void AIToolsPage::refresh() {
     refreshModels();
     refreshTools();
+    chainFocus();
+}
+
+void AIToolsPage::chainFocus() {
+    QWidget* last = m_models->chainFocus(m_models);
+    const auto follow = [&last](QWidget* next) {
+        setTabOrder(last, next);
+        last = next;
+    };
+    follow(m_review);
+    follow(m_inspect);
+    for (LiveRow* row : m_tools->rows()) {
+        follow(row);
+    }
+    follow(m_allApps);
 }
 
 void AIToolsPage::refreshModels() {
@@ -159,7 +176,6 @@ void AIToolsPage::refreshModels() {
         return gone;
     });
     m_models->setRows(rows);
-    setTabOrder(m_models->chainFocus(scrollArea()), m_review);
     const bool scanning = store().isScanning.get();
     const OperationProgress& progress = store().operationProgress.get();
     if (scanning) {

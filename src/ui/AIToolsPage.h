@@ -34,6 +34,7 @@ private:
     [[nodiscard]] ModelRow* rowFor(const CleanTarget& target);
     void refreshModels();
     void refreshTools();
+    void chainFocus();
 
     NoteStrips* m_notes;
     ProgressStrip* m_progress;
@@ -43,6 +44,7 @@ private:
     Button* m_inspect;
     LiveRowList* m_tools;
     TextLabel* m_noTools;
+    Button* m_allApps;
     std::map<std::string, ModelRow*> m_rows;  // by target id
 };
 

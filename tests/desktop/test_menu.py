@@ -5,12 +5,13 @@ from pathlib import Path
 
 from desk import frame_of, output, wait
 from home import Home, allocate
-from kestrune import CLEAN_SAVED, OPEN, QUICK_CLEAN, QUIT, RECENT, REMINDERS, STORAGE
+from kestrune import (AI_TOOLS, APPS, CLEAN_SAVED, CLEAR_MEMORY, KEEP, OPEN, PORTS, QUICK_CLEAN, QUIT, QUIT_OTHERS,
+                      RECENT, REMINDERS, STORAGE)
 
 MENU = [
     'Kestrune', r'Memory \d+% · \d+ GB disk available', '', '---',
-    QUICK_CLEAN, CLEAN_SAVED, '🌐 Find What’s Using a Port…', '🔒 Keep My Current App Open', '🚪 Quit Other Apps…', '---',
-    OPEN, STORAGE, '🖥 Running Apps…', '📂 Find Big Files…', '🧠 AI Tools…', REMINDERS, RECENT, '---',
+    QUICK_CLEAN, CLEAN_SAVED, PORTS, KEEP, QUIT_OTHERS, '---',
+    OPEN, STORAGE, APPS, '📂 Find Big Files…', AI_TOOLS, REMINDERS, RECENT, '---',
     'Check for Updates…', '⚙️ Settings & Help…', 'Advanced', '---',
     QUIT,
 ]
@@ -52,8 +53,9 @@ def test_lines_are_disabled_hidden_checked_and_given_keys_as_they_should(app):
     assert [index for index, line in enumerate(lines) if not line.visible] == [2]
     assert [line.label for line in lines if line.checkable] == [REMINDERS]
     assert not app.tray.line(REMINDERS, lines).checked
-    for label in (QUICK_CLEAN, CLEAN_SAVED, OPEN, STORAGE, REMINDERS, RECENT, QUIT):
-        assert app.tray.line(label, lines).enabled, label
+    disabled = [line.label for line in lines[3:] if not line.separator and not line.enabled]
+    assert disabled == ['Check for Updates…']
+    assert app.tray.line(CLEAR_MEMORY, lines).enabled
     assert app.tray.line(QUICK_CLEAN, lines).shortcut == [['Control', 'L']]
     assert app.tray.line(QUIT, lines).shortcut == [['Control', 'Q']]
     assert [inner.label for inner in app.tray.line('Advanced', lines).lines] == ['Clear Cached Memory…']
@@ -86,7 +88,8 @@ def test_toggling_the_reminder_flips_the_check_mark_and_is_kept(app):
 
 
 def test_the_menu_opens_the_window_on_the_right_page(app):
-    for line, page in ((OPEN, 'Overview'), (STORAGE, 'Storage'), (RECENT, 'Activity')):
+    for line, page in ((OPEN, 'Overview'), (STORAGE, 'Storage'), (APPS, 'Running Apps'), (AI_TOOLS, 'AI Tools'),
+                       (RECENT, 'Activity')):
         app.open(line)
         wait(lambda expected=page: app.page() == expected, f'the page {page}')
     assert len(app.windows.windows()) == 1
