@@ -70,18 +70,20 @@ Places standardPlaces() {
     for (const std::string& folder : split(variableOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
         folders.push_back(folder + "/applications");
     }
-    const std::vector<std::string> desktops = split(lowerCased(variableOr("XDG_CURRENT_DESKTOP", "")), ':');
+    std::vector<std::string> names;
+    for (const std::string& desktop : split(lowerCased(variableOr("XDG_CURRENT_DESKTOP", "")), ':')) {
+        if (!desktop.empty()) {
+            names.push_back("/" + desktop + "-mimeapps.list");
+        }
+    }
+    names.emplace_back("/mimeapps.list");
     Places places{{}, "/usr/bin"};
     for (const std::string& folder : folders) {
-        if (!folder.starts_with('/')) {
-            continue;
-        }
-        for (const std::string& desktop : desktops) {
-            if (!desktop.empty()) {
-                places.choices.push_back(folder + "/" + desktop + "-mimeapps.list");
+        if (folder.starts_with('/')) {
+            for (const std::string& name : names) {
+                places.choices.push_back(folder + name);
             }
         }
-        places.choices.push_back(folder + "/mimeapps.list");
     }
     return places;
 }
