@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QApplication>
 #include <QTest>
 #include <QWidget>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "tests/fakes/StoreFixture.h"
+#include "tests/ui/SeenPieces.h"
 #include "ui/WorkspaceWindow.h"
 
 namespace kestrune {
@@ -20,13 +20,6 @@ constexpr std::int64_t gigabyte = 1'000'000'000;
 /// The window over a store of fakes, looked at the way a screen reader looks at it.
 class WindowFixture : public ::testing::Test {
 protected:
-    struct Seen {
-        QWidget* widget;
-        QString name;
-        QAccessible::Role role;
-        bool focusable;
-    };
-
     WorkspaceWindow& window() {
         if (!m_window) {
             m_window = std::make_unique<WorkspaceWindow>(
@@ -46,21 +39,10 @@ protected:
     void end() { m_window.reset(); }
 
     /// Every visible piece of the window that a screen reader meets.
-    [[nodiscard]] std::vector<Seen> seen() {
-        std::vector<Seen> result;
-        collect(QAccessible::queryAccessibleInterface(&window()), result);
-        return result;
-    }
+    [[nodiscard]] std::vector<Seen> seen() { return seenIn(window()); }
 
     /// The visible piece with this accessible name, or null.
-    [[nodiscard]] QWidget* named(const QString& name) {
-        for (const Seen& piece : seen()) {
-            if (piece.name == name) {
-                return piece.widget;
-            }
-        }
-        return nullptr;
-    }
+    [[nodiscard]] QWidget* named(const QString& name) { return namedIn(window(), name); }
 
     [[nodiscard]] bool shows(const QString& name) { return named(name) != nullptr; }
 
@@ -80,23 +62,6 @@ protected:
     std::optional<std::vector<double>> kept;
 
 private:
-    void collect(QAccessibleInterface* piece, std::vector<Seen>& result) {
-        if (piece == nullptr) {
-            return;
-        }
-        auto* widget = qobject_cast<QWidget*>(piece->object());
-        if (widget != nullptr && !widget->isVisible()) {
-            return;
-        }
-        if (widget != nullptr) {
-            result.push_back({widget, piece->text(QAccessible::Name), piece->role(),
-                              widget->focusPolicy() != Qt::NoFocus && !widget->isWindow()});
-        }
-        for (int index = 0; index < piece->childCount(); ++index) {
-            collect(piece->child(index), result);
-        }
-    }
-
     std::unique_ptr<WorkspaceWindow> m_window;
 };
 

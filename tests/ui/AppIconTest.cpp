@@ -1,0 +1,65 @@
+#include "ui/AppIcon.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+
+#include "tests/ui/RunningItems.h"
+
+namespace kestrune {
+
+namespace {
+
+QImage drawn(const RunningItem& item) {
+    QImage image(AppIcon::side, AppIcon::side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    AppIcon::draw(painter, image.rect(), item);
+    return image;
+}
+
+}  // namespace
+
+TEST(AppIcon, letterIsTheFirstOneOfTheName) {
+    EXPECT_EQ(AppIcon::letter(QStringLiteral("xcode")), QStringLiteral("X"));
+    EXPECT_EQ(AppIcon::letter(QStringLiteral("  <7zip>")), QStringLiteral("7"));
+    EXPECT_EQ(AppIcon::letter(QStringLiteral("日本")), QStringLiteral("日"));
+    EXPECT_EQ(AppIcon::letter(QStringLiteral("𝒳-server")), QStringLiteral("𝒳"));
+    EXPECT_EQ(AppIcon::letter(QStringLiteral("…")), QString());
+}
+
+TEST(AppIcon, drawsTheApplicationsOwnPicture) {
+    const QTemporaryDir folder;
+    QImage red(64, 64, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    ASSERT_TRUE(red.save(folder.filePath(QStringLiteral("own.png"))));
+    RunningItem item = runningApp(7, "Notes");
+    item.app->icon = folder.filePath(QStringLiteral("own.png")).toStdString();
+    EXPECT_EQ(drawn(item).pixelColor(14, 14), QColor(Qt::red));
+}
+
+TEST(AppIcon, aPictureThatCannotBeReadGivesTheLetterTile) {
+    const QTemporaryDir folder;
+    const RunningItem plain = runningApp(7, "Notes");
+    for (const char* name : {"missing.png", "broken.png", "broken.svg", "."}) {
+        RunningItem item = plain;
+        const QString path = folder.filePath(QLatin1String(name));
+        if (path.contains(QLatin1String("broken"))) {
+            QFile file(path);
+            ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+            file.write("not a picture");
+        }
+        item.app->icon = path.toStdString();
+        EXPECT_EQ(drawn(item), drawn(plain)) << name;
+    }
+    EXPECT_NE(drawn(plain), drawn(runningProcess(7, "Notes")));
+}
+
+TEST(AppIcon, aNameWithoutLettersLooksLikeAProcess) {
+    EXPECT_EQ(drawn(runningApp(7, "…")), drawn(runningProcess(7, "…")));
+}
+
+}  // namespace kestrune
