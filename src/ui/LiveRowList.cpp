@@ -217,9 +217,13 @@ void LiveRowList::order() {
         return;
     }
     m_ordered = std::move(now);
+    // Only what takes the focus has a place in the tab order; rows take it now and then.
+    setFocusPolicy(Qt::TabFocus);
     QWidget* before = this;
     for (LiveRow* row : m_ordered) {
         row->raise();
+        const Qt::FocusPolicy policy = row->focusPolicy();
+        row->setFocusPolicy(Qt::TabFocus);
         setTabOrder(before, row);
         before = row;
         const QList<QWidget*> stops = row->focusStops();
@@ -227,7 +231,9 @@ void LiveRowList::order() {
             setTabOrder(before, stop);
             before = stop;
         }
+        row->setFocusPolicy(policy);
     }
+    setFocusPolicy(Qt::NoFocus);
 }
 
 const LiveRowList::Placed* LiveRowList::placedWith(const QWidget* focused) const {
