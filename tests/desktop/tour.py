@@ -8,7 +8,7 @@ from pathlib import Path
 program, pictures = sys.argv[1], Path(sys.argv[2])
 os.environ['KESTRUNE'] = program
 
-from desk import ColourScheme, output, picture, put_pointer_aside, wait  # noqa: E402
+from desk import ColourScheme, Notifications, output, picture, put_pointer_aside, wait  # noqa: E402
 from home import BUILD_CACHES, Home  # noqa: E402
 from kestrune import PAGES, QUIT, Kestrune  # noqa: E402
 from programs import Application, Server  # noqa: E402
@@ -25,6 +25,7 @@ def settled_picture(path, window):
 
 
 def tour(app, look):
+    Notifications.forget()  # what is still shown would cover the window
     app.tray.activate()
     wait(app.popups, 'the menu')
     settled_picture(pictures / f'menu-{look}.png', 'root')
