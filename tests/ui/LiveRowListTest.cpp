@@ -26,7 +26,7 @@ using Names = std::vector<std::string>;
 
 const RunningItem alpha = runningProcess(10, "alpha", 300);
 const RunningItem beta = runningProcess(20, "beta", 200);
-const RunningItem gamma_ = runningProcess(30, "gamma", 100);
+const RunningItem gammaRay = runningProcess(30, "gamma", 100);
 const RunningItem delta = runningProcess(40, "delta", 900);
 
 /// A list in a scrolling window, below a button that has the keyboard focus at first.
@@ -108,9 +108,9 @@ protected:
 }  // namespace
 
 TEST_F(LiveRowListTest, rowsFollowTheListWhileNobodyIsThere) {
-    show({alpha, beta, gamma_});
+    show({alpha, beta, gammaRay});
     EXPECT_EQ(names(), (Names{"alpha", "beta", "gamma"}));
-    show({delta, gamma_, alpha});
+    show({delta, gammaRay, alpha});
     EXPECT_EQ(names(), (Names{"delta", "gamma", "alpha"}));
     show({});
     EXPECT_TRUE(m_list->isEmpty());
@@ -118,9 +118,9 @@ TEST_F(LiveRowListTest, rowsFollowTheListWhileNobodyIsThere) {
 }
 
 TEST_F(LiveRowListTest, noRowMovesUnderThePointer) {
-    show({alpha, beta, gamma_});
+    show({alpha, beta, gammaRay});
     pointerComes();
-    show({delta, gamma_, alpha});
+    show({delta, gammaRay, alpha});
     EXPECT_EQ(names(), (Names{"alpha", "beta ended", "gamma", "delta"}));
     pointerLeaves();
     EXPECT_EQ(names(), (Names{"delta", "gamma", "alpha"}));
@@ -246,7 +246,7 @@ TEST_F(LiveRowListTest, readingOrderAndTabOrderFollowTheRows) {
 TEST_F(LiveRowListTest, arrowKeysGoFromRowToRowAlongOneControl) {
     fixture.store().protectedApps.set({"beta"});
     ASSERT_TRUE(fixture.store().isProtected(beta));
-    show({alpha, beta, gamma_});
+    show({alpha, beta, gammaRay});
     control(QStringLiteral("Quit: alpha"))->setFocus(Qt::TabFocusReason);
     press(Qt::Key_Down);
     EXPECT_EQ(focused(), QStringLiteral("Toggle protection for beta")) << "Quit is disabled there";
