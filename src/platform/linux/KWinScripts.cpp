@@ -67,7 +67,7 @@ std::optional<Window> windowIn(const QJsonObject& object) {
     }
     window.id = id.toString();
     window.pid = static_cast<std::int32_t>(pid);
-    for (const QJsonValue& value : object.value(QLatin1String("names")).toArray()) {
+    for (const auto& value : object.value(QLatin1String("names")).toArray()) {
         const std::string name = value.toString().toStdString();
         if (!name.empty() && std::find(window.names.begin(), window.names.end(), name) == window.names.end()) {
             window.names.push_back(name);
@@ -96,7 +96,7 @@ std::optional<std::vector<Window>> parseReport(const QString& report) {
         return std::nullopt;
     }
     std::vector<Window> windows;
-    for (const QJsonValue& value : document.array()) {
+    for (const auto& value : document.array()) {
         if (std::optional<Window> window = windowIn(value.toObject())) {
             windows.push_back(std::move(*window));
         }

@@ -113,7 +113,7 @@ void SwaySource::listen() {
         m_events.reset();
         return;
     }
-    m_notifier.reset(new QSocketNotifier(m_events->descriptor(), QSocketNotifier::Read));
+    m_notifier = std::make_unique<QSocketNotifier>(m_events->descriptor(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { hear(); });
 }
 
