@@ -1,12 +1,12 @@
 // Hands a listed process's number to another program over and over, before and at every single step of the request to
 // end it: PidReuse WORKFOLDER RUNS, as the first process of a new set of processes with a /proc of its own. Exit status
 // 0 when no request reached a program it was not meant for.
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <functional>
 #include <iostream>
