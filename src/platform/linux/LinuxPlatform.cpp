@@ -84,8 +84,8 @@ PlatformServices makePlatformServices() {
     services.systemTools = std::make_unique<LinuxSystemTools>();
     services.runningApplications = std::make_unique<LinuxRunningApplications>(
         makeApplicationSources(), installedApplications(services.homeDirectory));
-    services.runningPrograms = std::make_unique<LinuxRunningPrograms>(
-        "/proc", DesktopEntryFolders::standard(services.homeDirectory));
+    services.runningPrograms =
+        std::make_unique<LinuxRunningPrograms>("/proc", DesktopEntryFolders::standard(services.homeDirectory));
     services.processListing = std::make_unique<LinuxProcessListing>();
     services.processControl = std::make_unique<LinuxProcessControl>();
     services.memoryPressure = std::make_unique<LinuxMemoryPressure>();
