@@ -3,22 +3,29 @@
 
 build=(
   ca-certificates ccache cmake g++ git ninja-build
-  libxcb1-dev libxcb-ewmh-dev libxcb-res0-dev nlohmann-json3-dev pkgconf qt6-base-dev qt6-svg-dev
+  libxcb1-dev libxcb-res0-dev nlohmann-json3-dev pkgconf qt6-base-dev qt6-svg-dev
 )
 
 run=(
   fonts-dejavu-core fonts-noto-color-emoji libglib2.0-bin libqt6svg6 perl-base x11-utils
 )
 
-# The private desktop (display server, window manager, notification daemon, tray host) and what drives it.
-test=(
+# The private desktop (display server, window manager, notification daemon, tray host), what drives it, and the
+# applications that are listed on it.
+desktop=(
   at-spi2-core dbus dbus-daemon dunst fonts-inter gir1.2-atspi-2.0 imagemagick openbox procps python3 python3-gi
-  python3-pytest trash-cli x11-utils xdotool xfce4-panel xvfb
-  featherpad galculator iproute2 lsof mousepad pkexec polkitd sway xterm
+  x11-utils xdotool xfce4-panel xvfb
+  galculator mousepad
+)
+
+# Tools that the tests compare with, more applications to end, and what the tests are built with.
+test=(
+  iproute2 lsof python3-pytest trash-cli util-linux
+  featherpad sway xterm
   clang-format libbenchmark-dev libgmock-dev libgtest-dev
 )
 
-deep=(clang-tidy strace)
+deep=(clang-tidy mount pkexec polkitd strace)
 
 say() {
   printf '%s\n' "$*" >&2
