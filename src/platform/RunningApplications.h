@@ -18,10 +18,10 @@ enum class ActivationPolicy {
 /// same process for good; the number alone may be handed out again.
 struct RunningApplication {
     std::int32_t processIdentifier = 0;
-    std::uint64_t startTime = 0;   ///< in the system's own unit; 0 where it does not say
-    std::string localizedName;     ///< as the desktop shows it; may be empty
-    std::string bundleIdentifier;  ///< "org.mozilla.firefox"; empty when it has none
-    std::string icon;              ///< absolute path of a picture (SVG or PNG); empty when it has none
+    std::uint64_t startTime = 0;         ///< in the system's own unit; 0 where it does not say
+    std::string localizedName;           ///< as the desktop shows it; may be empty
+    std::string bundleIdentifier;        ///< "org.mozilla.firefox"; empty when it has none
+    std::vector<std::string> iconNames;  ///< what the desktop may call its icon, best first; see iconOf()
     ActivationPolicy activationPolicy = ActivationPolicy::accessory;
 
     bool operator==(const RunningApplication&) const = default;
@@ -45,6 +45,10 @@ public:
 
     /// The application with this process identifier now.
     [[nodiscard]] virtual std::optional<RunningApplication> application(std::int32_t processIdentifier) = 0;
+
+    /// The application's icon: absolute path of a picture (SVG or PNG); empty when there is none. It is looked for at
+    /// the first question and kept, so that an application nobody looks at costs nothing; it need not run any more.
+    [[nodiscard]] virtual std::string iconOf(const RunningApplication& application) = 0;
 
     /// False on a desktop that does not tell which application is in front.
     [[nodiscard]] virtual bool tellsFrontmost() = 0;

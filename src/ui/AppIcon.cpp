@@ -118,14 +118,13 @@ QString letter(const QString& name) {
     return {};
 }
 
-void draw(QPainter& painter, const QRect& box, const RunningItem& item) {
+void draw(QPainter& painter, const QRect& box, const RunningItem& item, const std::string& picture) {
     if (!item.app) {
         drawSymbol(painter, box);
         return;
     }
-    if (!item.app->icon.empty()) {
-        const QPixmap own =
-            icon(QString::fromStdString(item.app->icon), box.width(), painter.device()->devicePixelRatioF());
+    if (!picture.empty()) {
+        const QPixmap own = icon(QString::fromStdString(picture), box.width(), painter.device()->devicePixelRatioF());
         if (!own.isNull()) {
             const QSizeF size = own.deviceIndependentSize();
             painter.drawPixmap(

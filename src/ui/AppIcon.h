@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QString>
+#include <string>
 
 class QPainter;
 class QRect;
@@ -16,9 +17,9 @@ namespace AppIcon {
 /// Side of the picture in the design.
 constexpr int side = 28;
 
-/// Draws the application's own icon; without one, a tile with its first letter, and for a process that is no
-/// application the symbol of a terminal.
-void draw(QPainter& painter, const QRect& box, const RunningItem& item);
+/// Draws the application's own icon, the file at picture; without one, a tile with its first letter, and for a process
+/// that is no application the symbol of a terminal.
+void draw(QPainter& painter, const QRect& box, const RunningItem& item, const std::string& picture);
 
 /// The letter of the tile; empty for a name without letters and digits.
 [[nodiscard]] QString letter(const QString& name);

@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "base/Text.h"
 #include "ui/FocusRing.h"
@@ -21,6 +22,14 @@ QString LiveRow::name() const {
 
 QString LiveRow::spokenName() const {
     return m_state.nameIsShared ? QStringLiteral("%1, PID %2").arg(name()).arg(m_state.item.id) : name();
+}
+
+void LiveRow::setPictureSource(PictureSource source) {
+    m_pictureSource = std::move(source);
+}
+
+std::string LiveRow::picture() const {
+    return m_pictureSource ? m_pictureSource(m_state.item) : std::string{};
 }
 
 void LiveRow::setState(const LiveRowState& state) {

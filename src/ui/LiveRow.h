@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "ui/ListRow.h"
 #include "workspace/RunningItem.h"
 
@@ -22,6 +25,11 @@ class LiveRow : public ListRow {
 
 public:
     explicit LiveRow(QWidget* parent = nullptr);
+
+    /// What tells the file with the picture of a row's application; asked when the row is drawn.
+    using PictureSource = std::function<std::string(const RunningItem&)>;
+
+    void setPictureSource(PictureSource source);
 
     void setState(const LiveRowState& state);
 
@@ -52,11 +60,15 @@ protected:
     /// Draws the row over its ground, within its focus ring.
     virtual void paintContent(QPainter& painter) = 0;
 
+    /// Path of the picture of the row's application; empty when there is none.
+    [[nodiscard]] std::string picture() const;
+
     void paintRow(QPainter& painter) final;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    PictureSource m_pictureSource;
     LiveRowState m_state;
     bool m_ringed = false;
 };

@@ -102,7 +102,7 @@ void ProcessRow::paintName(QPainter& painter) const {
 void ProcessRow::paintContent(QPainter& painter) {
     const int side = Metrics::px(AppIcon::side);
     painter.setOpacity(state().ended ? endedOpacity : 1);
-    AppIcon::draw(painter, QRect(sidePadding, (mainHeight() - side) / 2, side, side), state().item);
+    AppIcon::draw(painter, QRect(sidePadding, (mainHeight() - side) / 2, side, side), state().item, picture());
     painter.setOpacity(1);
     paintName(painter);
     paintFigure(painter, memoryRight(), FontRole::rowTitle, Colour::text1, RunningText::memory(state().item.memoryMB));

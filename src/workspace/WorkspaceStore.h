@@ -181,6 +181,10 @@ public:
     /// under way.
     void refreshProcesses();
 
+    /// Absolute path of the picture of item's application; empty when there is none. Looked for at the first question:
+    /// ask for rows that are drawn only.
+    [[nodiscard]] std::string iconOf(const RunningItem& item);
+
     /// Whether a row is a local AI tool: by its name, or by the last part of its executable's path. Exact, but for the
     /// case of letters.
     [[nodiscard]] static bool isAIProcess(const std::string& name, const std::string& executable);

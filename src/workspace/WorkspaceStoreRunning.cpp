@@ -44,6 +44,10 @@ void WorkspaceStore::refreshProcessesSoon() {
     m_refreshTimer = m_parts.mainQueue.after(quitTime, [this] { refreshProcesses(); });
 }
 
+std::string WorkspaceStore::iconOf(const RunningItem& item) {
+    return item.app ? m_parts.runningApplications.iconOf(*item.app) : std::string{};
+}
+
 bool WorkspaceStore::isAIProcess(const std::string& name, const std::string& executable) {
     return isAIToolName(name) || isAIToolName(lastPathComponent(executable));
 }

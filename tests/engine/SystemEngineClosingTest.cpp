@@ -145,6 +145,8 @@ public:
         return vanished == pid ? std::nullopt : m_applications.application(pid);
     }
 
+    std::string iconOf(const RunningApplication& application) override { return m_applications.iconOf(application); }
+
     bool tellsFrontmost() override { return true; }
 
     void observeActivation(ActivationHandler handler) override { m_applications.observeActivation(std::move(handler)); }

@@ -8,7 +8,8 @@
 
 namespace kestrune {
 
-/// The applications the test starts; none until then. They accept every request and go on running.
+/// The applications the test starts; none until then. They accept every request and go on running. Their icon is the
+/// first of their icon names.
 class FakeRunningApplications final : public RunningApplications {
 public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() override {
@@ -25,6 +26,11 @@ public:
             return application.processIdentifier == processIdentifier;
         });
         return found == applications.end() ? std::nullopt : std::optional(*found);
+    }
+
+    [[nodiscard]] std::string iconOf(const RunningApplication& application) override {
+        ++iconQuestions;
+        return application.iconNames.empty() ? std::string{} : application.iconNames.front();
     }
 
     [[nodiscard]] bool tellsFrontmost() override { return frontmostIsTold; }
@@ -51,7 +57,7 @@ public:
                                 .startTime = nextStartTime++,
                                 .localizedName = std::move(name),
                                 .bundleIdentifier = std::move(bundleIdentifier),
-                                .icon = {},
+                                .iconNames = {},
                                 .activationPolicy = ActivationPolicy::regular});
         return applications.back();
     }
@@ -77,6 +83,7 @@ public:
     std::vector<std::int32_t> forced;
     std::uint64_t nextStartTime = 1;
     int reads = 0;
+    int iconQuestions = 0;
 
 private:
     ActivationHandler m_handler;

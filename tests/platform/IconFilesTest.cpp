@@ -30,7 +30,12 @@ protected:
 
     TemporaryFolder root;
     TemporaryFolder loose;
-    IconFiles icons{{"/does/not/exist", root.path()}, {"Mine", ""}, {loose.path()}};
+    std::string chosen = "Mine";
+    IconFiles icons{{"/does/not/exist", root.path()},
+                    [this] {
+                        return std::vector<std::string>{chosen, ""};
+                    },
+                    {loose.path()}};
 };
 
 const std::vector<std::string> sizes{"[16x16/apps]\nSize=16", "[256x256/apps]\nSize=256", "[64x64/apps]\nSize=64",
@@ -63,6 +68,19 @@ TEST_F(IconFilesTest, themeOfTheUserComesBeforeWhatItInheritsAndTheCommonOne) {
     const std::string own = picture("Mine/16x16/apps/a.png");
     icons.forget();
     EXPECT_EQ(icons.find("a"), own);
+}
+
+TEST_F(IconFilesTest, themeIsTheOneChosenWhenTheFirstIconIsLookedFor) {
+    theme("Mine", "", sizes);
+    theme("Other", "", sizes);
+    const std::string mine = picture("Mine/16x16/apps/a.png");
+    const std::string other = picture("Other/16x16/apps/a.png");
+    chosen = "Other";
+    EXPECT_EQ(icons.find("a"), other);
+    chosen = "Mine";
+    EXPECT_EQ(icons.find("a"), other);
+    icons.forget();
+    EXPECT_EQ(icons.find("a"), mine);
 }
 
 TEST_F(IconFilesTest, loosePicturesAreTheLastPlace) {

@@ -29,6 +29,10 @@ RunningApplication started(std::int32_t pid, std::uint64_t startTime) {
     return application;
 }
 
+std::vector<std::string> noThemes() {
+    return {};
+}
+
 class LinuxRunningApplicationsTest : public testing::Test {
 protected:
     /// Looks at processes below procRoot, and at two parts of the desktop.
@@ -36,7 +40,8 @@ protected:
         std::vector<std::unique_ptr<ApplicationSource>> sources;
         sources.push_back(std::make_unique<FakeApplicationSource>(first));
         sources.push_back(std::make_unique<FakeApplicationSource>(second));
-        DesktopApplications installed(DesktopEntryFolders({entries.path()}), IconFiles({}, {}, {pictures.path()}));
+        DesktopApplications installed(DesktopEntryFolders({entries.path()}),
+                                      IconFiles({}, noThemes, {pictures.path()}));
         return std::make_unique<LinuxRunningApplications>(std::move(sources), std::move(installed), procRoot);
     }
 
@@ -76,15 +81,34 @@ protected:
 TEST_F(LinuxRunningApplicationsTest, applicationIsDescribedByItsEntry) {
     addProcess(100, 7);
     addEntry("org.example.Paint", "Name=Paint\nIcon=paint\nExec=paint %F\n");
-    const std::string picture = pictures.write("paint.svg", "");
     first.applications = {sourced(100, "org.example.Paint")};
     EXPECT_THAT(applications->runningApplications(),
                 ElementsAre(RunningApplication{.processIdentifier = 100,
                                                .startTime = 7,
                                                .localizedName = "Paint",
                                                .bundleIdentifier = "org.example.Paint",
-                                               .icon = picture,
+                                               .iconNames = {"paint"},
                                                .activationPolicy = ActivationPolicy::regular}));
+}
+
+TEST_F(LinuxRunningApplicationsTest, iconIsLookedForWhenItIsAskedForAndOutlivesItsApplication) {
+    addProcess(100, 7);
+    addEntry("org.example.Paint", "Name=Paint\nIcon=paint\n");
+    first.applications = {sourced(100, "org.example.Paint")};
+    const RunningApplication paint = applications->runningApplications().at(0);
+    // Had anybody looked before, nothing would have been found, and that would be kept.
+    const std::string picture = pictures.write("paint.svg", "");
+    first.applications = {};
+    EXPECT_THAT(applications->runningApplications(), IsEmpty());
+    EXPECT_EQ(applications->iconOf(paint), picture);
+}
+
+TEST_F(LinuxRunningApplicationsTest, iconOfAnUnknownApplicationGoesByTheFirstOfItsNamesThatHasOne) {
+    addProcess(100, 7);
+    first.applications = {{100, {}, {"Window-Class", "Paint"}, "", ActivationPolicy::regular}};
+    const std::string picture = pictures.write("paint.svg", "");
+    EXPECT_EQ(applications->iconOf(applications->runningApplications().at(0)), picture);
+    EXPECT_EQ(applications->iconOf(started(100, 7)), "");
 }
 
 TEST_F(LinuxRunningApplicationsTest, entryIsFoundByTheExecutable) {

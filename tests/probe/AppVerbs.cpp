@@ -16,12 +16,12 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json jsonOf(const RunningApplication& application) {
+Json jsonOf(RunningApplications& applications, const RunningApplication& application) {
     return {{"pid", application.processIdentifier},
             {"startTime", application.startTime},
             {"name", escaped(application.localizedName)},
             {"id", escaped(application.bundleIdentifier)},
-            {"icon", escaped(application.icon)},
+            {"icon", escaped(applications.iconOf(application))},
             {"regular", application.activationPolicy == ActivationPolicy::regular}};
 }
 
@@ -49,7 +49,7 @@ int applications(const Arguments& arguments) {
     RunningApplications& running = *services.runningApplications;
     Json list = Json::array();
     for (const RunningApplication& each : running.runningApplications()) {
-        list.push_back(jsonOf(each));
+        list.push_back(jsonOf(running, each));
     }
     // What a page that shows the list costs each time.
     const auto start = std::chrono::steady_clock::now();
@@ -70,7 +70,8 @@ int watchApplications(const Arguments& arguments) {
     int count = 0;
     const QCoreApplication application(count, nullptr);
     const PlatformServices services = makePlatformServices();
-    services.runningApplications->observeActivation([](const RunningApplication& each) { print(jsonOf(each)); });
+    RunningApplications& running = *services.runningApplications;
+    running.observeActivation([&running](const RunningApplication& each) { print(jsonOf(running, each)); });
     print("watching");
     // Until the other end is closed.
     const QSocketNotifier input(fileno(stdin), QSocketNotifier::Read);

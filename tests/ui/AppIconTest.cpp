@@ -13,11 +13,11 @@ namespace kestrune {
 
 namespace {
 
-QImage drawn(const RunningItem& item) {
+QImage drawn(const RunningItem& item, const std::string& picture = {}) {
     QImage image(AppIcon::side, AppIcon::side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    AppIcon::draw(painter, image.rect(), item);
+    AppIcon::draw(painter, image.rect(), item, picture);
     return image;
 }
 
@@ -36,24 +36,21 @@ TEST(AppIcon, drawsTheApplicationsOwnPicture) {
     QImage red(64, 64, QImage::Format_RGB32);
     red.fill(Qt::red);
     ASSERT_TRUE(red.save(folder.filePath(QStringLiteral("own.png"))));
-    RunningItem item = runningApp(7, "Notes");
-    item.app->icon = folder.filePath(QStringLiteral("own.png")).toStdString();
-    EXPECT_EQ(drawn(item).pixelColor(14, 14), QColor(Qt::red));
+    const std::string picture = folder.filePath(QStringLiteral("own.png")).toStdString();
+    EXPECT_EQ(drawn(runningApp(7, "Notes"), picture).pixelColor(14, 14), QColor(Qt::red));
 }
 
 TEST(AppIcon, aPictureThatCannotBeReadGivesTheLetterTile) {
     const QTemporaryDir folder;
     const RunningItem plain = runningApp(7, "Notes");
     for (const char* name : {"missing.png", "broken.png", "broken.svg", "."}) {
-        RunningItem item = plain;
         const QString path = folder.filePath(QLatin1String(name));
         if (path.contains(QLatin1String("broken"))) {
             QFile file(path);
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
             file.write("not a picture");
         }
-        item.app->icon = path.toStdString();
-        EXPECT_EQ(drawn(item), drawn(plain)) << name;
+        EXPECT_EQ(drawn(plain, path.toStdString()), drawn(plain)) << name;
     }
     EXPECT_NE(drawn(plain), drawn(runningProcess(7, "Notes")));
 }

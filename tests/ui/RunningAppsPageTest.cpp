@@ -39,6 +39,21 @@ TEST_F(RunningAppsPageTest, aRowReadsAsOneSentence) {
     EXPECT_TRUE(shows(QStringLiteral("server, 1,394 MB, 1.5% CPU, PID 5521 · Open ports: *:3000, *:9229")));
 }
 
+TEST_F(RunningAppsPageTest, anIconIsLookedForWhenItsRowIsDrawn) {
+    constexpr int count = 100;
+    std::vector<RunningItem> items;
+    for (int index = 0; index < count; ++index) {
+        items.push_back(runningApp(1000 + index, "App " + std::to_string(index)));
+    }
+    list(items);
+    EXPECT_EQ(fixture.applications.iconQuestions, 0);
+    open(WorkspacePage::apps);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+    QApplication::processEvents();
+    EXPECT_GT(fixture.applications.iconQuestions, 0);
+    EXPECT_LT(fixture.applications.iconQuestions, count);
+}
+
 TEST_F(RunningAppsPageTest, aProtectedRowCanNeitherBeQuitNorForced) {
     fixture.store().protectedApps.set({"Notes"});
     open(WorkspacePage::apps);

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "tests/fakes/StoreFixture.h"
 
 namespace kestrune {
@@ -38,6 +40,20 @@ TEST_F(WorkspaceStoreRunning, monitoringBeginsWithAListing) {
     EXPECT_TRUE(fixture.store().running.get().empty());
     fixture.settle();
     EXPECT_EQ(names(), Names{"node"});
+}
+
+TEST_F(WorkspaceStoreRunning, aListingLooksForNoIcons) {
+    fixture.applications.start(100, "Paint").iconNames = {"/icons/paint.svg"};
+    list(100, "/usr/bin/paint");
+    list(101, "/usr/bin/node");
+    refresh();
+    EXPECT_EQ(fixture.applications.iconQuestions, 0);
+    std::map<std::string, std::string> icons;
+    for (const RunningItem& row : fixture.store().running.get()) {
+        icons[row.name] = fixture.store().iconOf(row);
+    }
+    EXPECT_EQ(icons, (std::map<std::string, std::string>{{"Paint", "/icons/paint.svg"}, {"node", ""}}));
+    EXPECT_EQ(fixture.applications.iconQuestions, 1);
 }
 
 TEST_F(WorkspaceStoreRunning, aListingIsPublishedOnTheMainThread) {

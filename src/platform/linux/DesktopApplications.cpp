@@ -1,7 +1,8 @@
 #include "platform/linux/DesktopApplications.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
-#include <vector>
 
 #include "base/Text.h"
 #include "platform/linux/ApplicationNames.h"
@@ -16,19 +17,19 @@ bool DesktopApplications::refresh() {
     if (!m_folders.refresh()) {
         return false;
     }
-    m_index = DesktopEntryIndex(m_folders.entries());
+    m_index = DesktopEntryIndex(m_folders.takeEntries());
     // Whatever was installed brought its icon along.
     m_icons.forget();
     return true;
 }
 
 ApplicationIdentity DesktopApplications::identityOf(const SourcedApplication& application,
-                                                    const ProcessFacts& process) {
+                                                    const ProcessFacts& process) const {
     const std::vector<std::string> programs = programsOf(process);
     const DesktopEntry* const entry = m_index.find(application.hints, programs);
     if (entry != nullptr) {
         const std::string& name = isValidUtf8(entry->localizedName) ? entry->localizedName : entry->id;
-        return {name, entry->id, m_icons.find(entry->icon)};
+        return {name, entry->id, {entry->icon}};
     }
     ApplicationIdentity identity;
     for (const std::string& name : {productAt(process.executable), application.name, programs.front()}) {
@@ -36,12 +37,18 @@ ApplicationIdentity DesktopApplications::identityOf(const SourcedApplication& ap
             identity.name = name;
         }
     }
-    for (const std::string& hint : application.hints) {
-        if (identity.icon.empty()) {
-            identity.icon = m_icons.find(lowerCased(hint));
+    std::transform(application.hints.begin(), application.hints.end(), std::back_inserter(identity.iconNames),
+                   [](const std::string& hint) { return lowerCased(hint); });
+    return identity;
+}
+
+std::string DesktopApplications::pictureOf(const std::vector<std::string>& iconNames) {
+    for (const std::string& name : iconNames) {
+        if (const std::string& picture = m_icons.find(name); !picture.empty()) {
+            return picture;
         }
     }
-    return identity;
+    return {};
 }
 
 }  // namespace kestrune

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/linux/ApplicationSource.h"
 #include "platform/linux/DesktopEntryFolders.h"
@@ -13,8 +14,8 @@ namespace kestrune {
 /// How the desktop shows an application; each may be empty.
 struct ApplicationIdentity {
     std::string name;
-    std::string identifier;  ///< of its desktop entry
-    std::string icon;        ///< absolute path of a picture
+    std::string identifier;              ///< of its desktop entry
+    std::vector<std::string> iconNames;  ///< as pictureOf() takes them
 
     bool operator==(const ApplicationIdentity&) const = default;
 };
@@ -29,7 +30,11 @@ public:
 
     /// What to call a running application. Without a desktop entry: the product its folder tells, its own name, or that
     /// of its executable.
-    [[nodiscard]] ApplicationIdentity identityOf(const SourcedApplication& application, const ProcessFacts& process);
+    [[nodiscard]] ApplicationIdentity identityOf(const SourcedApplication& application,
+                                                 const ProcessFacts& process) const;
+
+    /// Absolute path of the first of these icons that there is a picture of; empty when there is none.
+    [[nodiscard]] std::string pictureOf(const std::vector<std::string>& iconNames);
 
 private:
     DesktopEntryFolders m_folders;

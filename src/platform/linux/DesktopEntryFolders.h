@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/DesktopEntry.h"
@@ -19,11 +20,14 @@ public:
     /// The folders of the XDG Base Directory Specification and of the package runners, for a home folder.
     [[nodiscard]] static std::vector<std::string> standard(const std::string& home);
 
-    /// Looks for changes. True when entries() holds something new.
+    /// Looks for changes. True when entries() holds something new; everything, also what was taken before.
     [[nodiscard]] bool refresh();
 
     /// Each file id once: a file of an earlier folder stands in for those of the same name in later ones.
     [[nodiscard]] const std::vector<DesktopEntry>& entries() const { return m_entries; }
+
+    /// The same, for who keeps them; entries() is empty until the next change.
+    [[nodiscard]] std::vector<DesktopEntry> takeEntries() { return std::exchange(m_entries, {}); }
 
 private:
     std::vector<std::string> m_folders;

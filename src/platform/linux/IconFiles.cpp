@@ -124,12 +124,11 @@ bool isPictureName(std::string_view path) {
 
 }  // namespace
 
-IconFiles::IconFiles(std::vector<std::string> roots, std::vector<std::string> themes,
-                     std::vector<std::string> looseFolders)
+IconFiles::IconFiles(std::vector<std::string> roots, ThemeNames themes, std::vector<std::string> looseFolders)
     : m_roots(std::move(roots)), m_themes(std::move(themes)), m_looseFolders(std::move(looseFolders)) {
 }
 
-IconFiles IconFiles::standard(const std::string& home, std::vector<std::string> themes) {
+IconFiles IconFiles::standard(const std::string& home, ThemeNames themes) {
     std::vector<std::string> roots{home + "/.icons"};
     std::vector<std::string> loose;
     for (const std::string& folder : LinuxXdgFolders::data(home)) {
@@ -178,7 +177,7 @@ void IconFiles::readThemes() {
     if (!m_folders.empty()) {
         return;
     }
-    std::vector<std::string> themes = m_themes;
+    std::vector<std::string> themes = m_themes();
     std::set<std::string> known;
     const auto readOnce = [&](const std::string& theme) {
         return known.size() < mostThemes && staysBelow(theme) && known.insert(theme).second

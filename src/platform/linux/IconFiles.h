@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -11,11 +12,14 @@ namespace kestrune {
 /// comes first, then the one nearest to 48 pixels. What was found is kept. One thread at a time.
 class IconFiles final {
 public:
+    /// Tells the themes, the best first. Asked when the first icon is looked for, and again after forget().
+    using ThemeNames = std::function<std::vector<std::string>()>;
+
     /// roots hold one folder a theme, the user's own first; looseFolders hold pictures themselves.
-    IconFiles(std::vector<std::string> roots, std::vector<std::string> themes, std::vector<std::string> looseFolders);
+    IconFiles(std::vector<std::string> roots, ThemeNames themes, std::vector<std::string> looseFolders);
 
     /// The standard folders for a home folder.
-    [[nodiscard]] static IconFiles standard(const std::string& home, std::vector<std::string> themes);
+    [[nodiscard]] static IconFiles standard(const std::string& home, ThemeNames themes);
 
     /// Absolute path of the picture; empty when there is none. icon is a name, perhaps with the ending of a picture
     /// file, or an absolute path.
@@ -30,7 +34,7 @@ private:
     [[nodiscard]] std::string lookUp(const std::string& icon);
 
     std::vector<std::string> m_roots;
-    std::vector<std::string> m_themes;
+    ThemeNames m_themes;
     std::vector<std::string> m_looseFolders;
     std::vector<std::string> m_folders;  ///< that exist, in the order to look; empty until the first look
     std::map<std::string, std::string> m_found;

@@ -14,8 +14,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr std::size_t bufferBytes = std::size_t{256} * 1024;
-
 // Keeps "../../…" well below PATH_MAX.
 constexpr std::size_t levelsAtOnce = 1000;
 
@@ -47,7 +45,8 @@ LinuxFileDescriptor openWithinMount(int parent, const char* path) {
 
 }  // namespace
 
-LinuxDirectoryReader::LinuxDirectoryReader() : m_buffer(std::make_unique<char[]>(bufferBytes)) {
+LinuxDirectoryReader::LinuxDirectoryReader(std::size_t bufferBytes)
+    : m_bufferBytes(bufferBytes), m_buffer(std::make_unique_for_overwrite<char[]>(bufferBytes)) {
 }
 
 void LinuxDirectoryReader::begin(int descriptor) {
@@ -73,7 +72,7 @@ std::optional<DirectoryRecord> LinuxDirectoryReader::next() {
 bool LinuxDirectoryReader::fill() {
     ssize_t got = -1;
     do {
-        got = ::getdents64(m_descriptor, m_buffer.get(), bufferBytes);
+        got = ::getdents64(m_descriptor, m_buffer.get(), m_bufferBytes);
     } while (got < 0 && errno == EINTR);
     m_failed = got < 0;
     m_filled = static_cast<std::size_t>(std::max<ssize_t>(got, 0));

@@ -17,10 +17,14 @@ struct DirectoryRecord {
     std::uint64_t inode = 0;
 };
 
-/// Lists open folders through getdents64(2) with one big buffer. One thread at a time.
+/// Lists open folders through getdents64(2) with one buffer. One thread at a time.
 class LinuxDirectoryReader final {
 public:
-    LinuxDirectoryReader();
+    static constexpr std::size_t largeBuffer = std::size_t{256} * 1024;  ///< for trees of files
+    static constexpr std::size_t smallBuffer = std::size_t{16} * 1024;   ///< for who lists little and keeps the reader
+
+    /// A reader whose buffer takes this many bytes.
+    explicit LinuxDirectoryReader(std::size_t bufferBytes = largeBuffer);
 
     /// Turns to another folder; descriptor stands at its beginning and stays open until the last record was read.
     void begin(int descriptor);
@@ -34,6 +38,7 @@ public:
 private:
     [[nodiscard]] bool fill();
 
+    const std::size_t m_bufferBytes;
     const std::unique_ptr<char[]> m_buffer;
     int m_descriptor = -1;
     std::size_t m_filled = 0;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/PlatformServices.h"
 #include "platform/linux/DesktopEntryFolders.h"
@@ -63,7 +64,9 @@ DesktopApplications installedApplications(const std::string& home) {
         }
     }
     return {DesktopEntryFolders(DesktopEntryFolders::standard(home), languagesOf(locale == nullptr ? "" : locale)),
-            IconFiles::standard(home, {QIcon::themeName().toStdString(), QIcon::fallbackThemeName().toStdString()})};
+            IconFiles::standard(home, [] {
+                return std::vector{QIcon::themeName().toStdString(), QIcon::fallbackThemeName().toStdString()};
+            })};
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ private:
     bool m_hasClocks = false;  ///< whether the numbers in /proc are those that the system's clocks are asked by
     std::vector<std::int32_t> m_active;
     std::vector<Entry> m_entries;  ///< of all users' processes, ordered by pid
-    LinuxDirectoryReader m_reader;
+    LinuxDirectoryReader m_reader{LinuxDirectoryReader::smallBuffer};
     std::string m_buffer;
 };
 

@@ -69,6 +69,10 @@ bool LinuxRunningApplications::tellsFrontmost() {
     return std::any_of(m_sources.begin(), m_sources.end(), [](const auto& source) { return source->tellsFrontmost(); });
 }
 
+std::string LinuxRunningApplications::iconOf(const RunningApplication& application) {
+    return m_installed.pictureOf(application.iconNames);
+}
+
 void LinuxRunningApplications::observeActivation(ActivationHandler handler) {
     m_handler = std::move(handler);
     for (const auto& source : m_sources) {
@@ -155,7 +159,7 @@ LinuxRunningApplications::Known LinuxRunningApplications::lookUp(const SourcedAp
                                                .startTime = startTime,
                                                .localizedName = identity.name,
                                                .bundleIdentifier = identity.identifier,
-                                               .icon = identity.icon,
+                                               .iconNames = identity.iconNames,
                                                .activationPolicy = application.policy};
     }
     return known;

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() override;
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
     [[nodiscard]] std::optional<RunningApplication> application(std::int32_t processIdentifier) override;
+    [[nodiscard]] std::string iconOf(const RunningApplication& application) override;
     [[nodiscard]] bool tellsFrontmost() override;
     void observeActivation(ActivationHandler handler) override;
     [[nodiscard]] bool isTerminated(const RunningApplication& application) override;

@@ -62,7 +62,7 @@ private:
     std::vector<std::int32_t> m_unsure;   ///< ran since they were last looked through, ordered
     std::vector<Process> m_processes;     ///< as of the last refresh, sorted
     std::vector<std::uint64_t> m_inodes;  ///< as of the last refresh, sorted
-    LinuxDirectoryReader m_reader;
+    LinuxDirectoryReader m_reader{LinuxDirectoryReader::smallBuffer};
 };
 
 }  // namespace kestrune
