@@ -59,10 +59,26 @@ std::string lowerCased(std::string_view text) {
     return result;
 }
 
+std::string_view firstCharacter(std::string_view text) {
+    return text.substr(0, std::max<std::size_t>(sequenceLength(text), 1));
+}
+
+char32_t codePoint(std::string_view character) {
+    if (character.size() == 1) {
+        return static_cast<std::uint8_t>(character.front());
+    }
+    // The lead byte keeps 7 - size bits of its own, each other byte 6: RFC 3629, section 3.
+    char32_t result = static_cast<std::uint8_t>(character.front()) & (0x7FU >> character.size());
+    for (const char byte : character.substr(1)) {
+        result = (result << 6U) | (static_cast<std::uint8_t>(byte) & 0x3FU);
+    }
+    return result;
+}
+
 std::size_t characterCount(std::string_view text) {
     std::size_t count = 0;
     while (!text.empty()) {
-        text.remove_prefix(std::max<std::size_t>(sequenceLength(text), 1));
+        text.remove_prefix(firstCharacter(text).size());
         ++count;
     }
     return count;

@@ -12,6 +12,12 @@ namespace kestrune {
 /// ASCII letters in lower case; every other byte as it is.
 [[nodiscard]] std::string lowerCased(std::string_view text);
 
+/// The first character of text, which is not empty; a single byte where text does not begin with well-formed UTF-8.
+[[nodiscard]] std::string_view firstCharacter(std::string_view text);
+
+/// The code point of one character of well-formed UTF-8.
+[[nodiscard]] char32_t codePoint(std::string_view character);
+
 /// Number of characters (code points) of text; a byte that is not part of well-formed UTF-8 counts as one.
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 

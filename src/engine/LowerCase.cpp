@@ -80,16 +80,6 @@ char32_t smallLetter(char32_t character) {
     return static_cast<char32_t>(static_cast<std::int32_t>(character) + run->distance);
 }
 
-// sequence is one well-formed UTF-8 sequence of two bytes or more.
-char32_t decoded(std::string_view sequence) {
-    const auto byte = [sequence](std::size_t i) { return static_cast<std::uint8_t>(sequence[i]); };
-    char32_t character = byte(0) & (0x7FU >> sequence.size());
-    for (std::size_t i = 1; i < sequence.size(); ++i) {
-        character = (character << 6U) | (byte(i) & 0x3FU);
-    }
-    return character;
-}
-
 void append(std::string& text, char32_t character) {
     const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<std::uint8_t>(byte)); };
     if (character < 0x80) {
@@ -109,31 +99,21 @@ void append(std::string& text, char32_t character) {
     }
 }
 
-// Length of the UTF-8 sequence that a lead byte announces; 1 for every other byte.
-std::size_t announcedLength(char lead) {
-    const auto byte = static_cast<std::uint8_t>(lead);
-    return byte >= 0xF0 ? 4 : byte >= 0xE0 ? 3 : byte >= 0xC0 ? 2 : 1;
-}
-
 }  // namespace
 
 std::string lowerCasedInAnyScript(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
-        const std::string_view sequence = text.substr(0, announcedLength(text.front()));
-        if (sequence.size() == 1 || !isValidUtf8(sequence)) {
-            result += lowerCased(text.substr(0, 1));
-            text.remove_prefix(1);
-            continue;
-        }
-        const char32_t character = decoded(sequence);
-        if (character == dottedCapitalI) {
+        const std::string_view character = firstCharacter(text);
+        text.remove_prefix(character.size());
+        if (character.size() == 1) {
+            result += lowerCased(character);
+        } else if (codePoint(character) == dottedCapitalI) {
             result += dottedSmallI;
         } else {
-            append(result, smallLetter(character));
+            append(result, smallLetter(codePoint(character)));
         }
-        text.remove_prefix(sequence.size());
     }
     return result;
 }

@@ -1,8 +1,8 @@
 #include "platform/ProcessText.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
+
+#include "base/WholeNumber.h"
 
 namespace kestrune::ProcessText {
 
@@ -34,16 +34,9 @@ std::string_view takeField(std::string_view& text) {
     return field;
 }
 
-template <typename Number>
-std::optional<Number> number(std::string_view text) {
-    Number value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc{} && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
-}
-
 std::optional<ProcessRecord> process(std::string_view line) {
-    const auto pid = number<std::int32_t>(takeField(line));
-    const auto residentKilobytes = number<std::int64_t>(takeField(line));
+    const auto pid = wholeNumber<std::int32_t>(takeField(line));
+    const auto residentKilobytes = wholeNumber<std::int64_t>(takeField(line));
     const std::string_view cpu = takeField(line);
     if (!pid || !residentKilobytes || line.empty()) {
         return std::nullopt;
@@ -69,7 +62,7 @@ ListeningPorts listeningPorts(std::string_view listing) {
     while (!listing.empty()) {
         const std::string_view line = takeLine(listing);
         if (line.starts_with('p')) {
-            pid = number<std::int32_t>(line.substr(1));
+            pid = wholeNumber<std::int32_t>(line.substr(1));
         } else if (line.starts_with('n') && pid) {
             listeners[*pid].emplace_back(line.substr(1));
         }
@@ -88,7 +81,7 @@ std::optional<Owner> owner(std::string_view line) {
     if (line.ends_with('\r')) {
         line.remove_suffix(1);
     }
-    const auto user = number<std::uint32_t>(takeField(line));
+    const auto user = wholeNumber<std::uint32_t>(takeField(line));
     return user && !line.empty() ? std::optional(Owner{*user, std::string(line)}) : std::nullopt;
 }
 

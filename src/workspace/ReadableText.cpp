@@ -26,30 +26,10 @@ struct Range {
 constexpr std::array<Range, 5> disturbing{
     {{0x80, 0x9F}, {0x61C, 0x61C}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}}};
 
-// The code point of a well-formed sequence of two bytes or more.
-char32_t codePoint(std::string_view sequence) {
-    // The lead byte keeps 7 - length bits of its own, each other byte 6: RFC 3629, section 3.
-    char32_t result = static_cast<std::uint8_t>(sequence.front()) & (0x7FU >> sequence.size());
-    for (const char byte : sequence.substr(1)) {
-        result = (result << 6U) | (static_cast<std::uint8_t>(byte) & 0x3FU);
-    }
-    return result;
-}
-
-bool isDisturbing(std::string_view sequence) {
-    const char32_t point = codePoint(sequence);
+bool isDisturbing(std::string_view character) {
+    const char32_t point = codePoint(character);
     return std::any_of(disturbing.begin(), disturbing.end(),
                        [point](const Range& range) { return range.first <= point && point <= range.last; });
-}
-
-// The first character of text (not empty); one byte where it is not well-formed.
-std::string_view firstCharacter(std::string_view text) {
-    for (std::size_t length = 1; length <= 4 && length <= text.size(); ++length) {
-        if (isValidUtf8(text.substr(0, length))) {
-            return text.substr(0, length);
-        }
-    }
-    return text.substr(0, 1);
 }
 
 std::vector<std::string_view> characters(std::string_view text) {

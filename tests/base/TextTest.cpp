@@ -61,6 +61,20 @@ TEST(Text, theLastPathComponentFollowsTheLastSlash) {
     EXPECT_EQ(lastPathComponent("/home/"), "");
 }
 
+TEST(Text, aTextIsTakenApartByCharactersAndByBytesThatAreNone) {
+    EXPECT_EQ(firstCharacter("abc"), "a");
+    EXPECT_EQ(firstCharacter("图标"), "图");
+    EXPECT_EQ(firstCharacter("\xE5\x9B"), "\xE5");
+    EXPECT_EQ(firstCharacter("\xFFz"), "\xFF");
+}
+
+TEST(Text, aCharacterHasItsCodePoint) {
+    EXPECT_EQ(codePoint("A"), U'A');
+    EXPECT_EQ(codePoint("é"), U'\u00E9');
+    EXPECT_EQ(codePoint("图"), U'\u56FE');
+    EXPECT_EQ(codePoint("🧹"), U'\U0001F9F9');
+}
+
 TEST(Text, pathsThatDifferByTrailingSlashOrDotSegmentsAreEqualWhenStandardized) {
     EXPECT_EQ(standardizedPath("/home/anna/.npm/_cacache/"), "/home/anna/.npm/_cacache");
     EXPECT_EQ(standardizedPath("/home/./anna//.npm/./_cacache"), "/home/anna/.npm/_cacache");

@@ -21,13 +21,13 @@ std::string statLine(const std::string& name) {
 }
 
 TEST(LinuxProcessIdentity, statIsReadFromItsRecordedLine) {
-    EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine("node")), (Stat{"node", 'S', 78, 25130, 5300}));
+    EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine("node")), (Stat{"node", 'S', 78, 25130, 5300, 4600}));
 }
 
 TEST(LinuxProcessIdentity, nameOfAProcessMayHoldAnything) {
     for (const std::string name : {"a) R 1 2 3", "(", ")", "a b", "a\nb", "", ") Z 1 1 1 1 1 1 1 1 1 1 1 1", "\xFF\xFE",
                                    "kworker/0:1H-kblockd"}) {
-        EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine(name)), (Stat{name, 'S', 78, 25130, 5300})) << name;
+        EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine(name)), (Stat{name, 'S', 78, 25130, 5300, 4600})) << name;
     }
 }
 

@@ -1,8 +1,8 @@
 #include <QCoreApplication>
-#include <charconv>
 #include <cstdio>
 #include <optional>
 
+#include "base/WholeNumber.h"
 #include "platform/PlatformServices.h"
 #include "tests/probe/ProcessJson.h"
 #include "tests/probe/Verbs.h"
@@ -24,17 +24,10 @@ private:
     PlatformServices m_services = makePlatformServices();
 };
 
-std::optional<std::int32_t> processNumber(const std::string& text) {
-    std::int32_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
-}
-
 }  // namespace
 
 int stop(const Arguments& arguments) {
-    const auto pid = arguments.size() == 2 ? processNumber(arguments[0]) : std::nullopt;
+    const auto pid = arguments.size() == 2 ? wholeNumber<std::int32_t>(arguments[0]) : std::nullopt;
     if (!pid) {
         return misused;
     }

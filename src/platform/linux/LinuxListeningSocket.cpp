@@ -3,9 +3,9 @@
 #include <arpa/inet.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
-#include <system_error>
+
+#include "base/WholeNumber.h"
 
 namespace kestrune {
 
@@ -34,13 +34,6 @@ std::string addressText(const LinuxListeningSocket& socket) {
         return ::inet_ntop(AF_INET, bytes, text.data(), text.size());
     }
     return std::string("[").append(::inet_ntop(AF_INET6, bytes, text.data(), text.size())).append("]");
-}
-
-template <typename Number>
-std::optional<Number> wholeNumber(std::string_view text, int base) {
-    Number value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-    return error == std::errc{} && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
 }
 
 std::string_view takeField(std::string_view& line) {
@@ -84,7 +77,7 @@ std::optional<LinuxListeningSocket> parseLine(std::string_view line, bool isVers
     for (int i = 0; i < 5; ++i) {
         takeField(line);
     }
-    socket.inode = wholeNumber<std::uint64_t>(takeField(line), 10).value_or(0);
+    socket.inode = wholeNumber<std::uint64_t>(takeField(line)).value_or(0);
     return socket.inode == 0 ? std::nullopt : std::optional(socket);
 }
 

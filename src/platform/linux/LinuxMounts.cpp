@@ -1,10 +1,10 @@
 #include "platform/linux/LinuxMounts.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "base/Text.h"
+#include "base/WholeNumber.h"
 
 namespace kestrune {
 
@@ -31,22 +31,13 @@ std::string withoutEscapes(std::string_view text) {
     return plain;
 }
 
-std::optional<std::uint64_t> number(const std::string& text) {
-    std::uint64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
-}
-
 std::optional<LinuxMount> parsedLine(const std::string& line) {
     const std::vector<std::string> fields = split(line, ' ');
     if (fields.size() < 6) {
         return std::nullopt;
     }
-    const auto id = number(fields[0]);
-    const auto parentId = number(fields[1]);
+    const auto id = wholeNumber<std::uint64_t>(fields[0]);
+    const auto parentId = wholeNumber<std::uint64_t>(fields[1]);
     LinuxMount mount;
     mount.device = fields[2];
     mount.root = withoutEscapes(fields[3]);

@@ -1,22 +1,16 @@
 #include "platform/linux/LinuxPowerSupply.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
 #include <utility>
+
+#include "base/WholeNumber.h"
 
 namespace kestrune {
 
 namespace {
 
 std::optional<std::int64_t> integer(const std::optional<std::string>& text) {
-    if (!text) {
-        return std::nullopt;
-    }
-    std::int64_t value = 0;
-    const char* const end = text->data() + text->size();
-    const auto [last, error] = std::from_chars(text->data(), end, value);
-    return error == std::errc{} && last == end ? std::optional(value) : std::nullopt;
+    return text ? wholeNumber<std::int64_t>(*text) : std::nullopt;
 }
 
 bool belongsToDevice(const LinuxPowerSupply& supply) {

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "base/WholeNumber.h"
+
 namespace kestrune::LinuxProcText {
 
 namespace {
@@ -173,9 +175,7 @@ std::optional<std::uint64_t> number(std::string_view text) {
     if (isHexadecimal) {
         text.remove_prefix(2);
     }
-    std::uint64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, isHexadecimal ? 16 : 10);
-    return error == std::errc{} && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+    return wholeNumber<std::uint64_t>(text, isHexadecimal ? 16 : 10);
 }
 
 }  // namespace kestrune::LinuxProcText

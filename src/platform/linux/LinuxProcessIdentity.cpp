@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <climits>
-#include <system_error>
+
+#include "base/WholeNumber.h"
 
 namespace kestrune::LinuxProcessIdentity {
 
@@ -61,13 +61,6 @@ std::string_view takeField(std::string_view& text) {
     return field;
 }
 
-template <typename Number>
-std::optional<Number> numberIn(std::string_view field) {
-    Number value = 0;
-    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-    return error == std::errc{} && end == field.data() + field.size() ? std::optional(value) : std::nullopt;
-}
-
 }  // namespace
 
 std::optional<Stat> parseStat(std::string_view text) {
@@ -86,14 +79,15 @@ std::optional<Stat> parseStat(std::string_view text) {
     for (std::size_t i = firstField; i < fields.size(); ++i) {
         fields[i] = takeField(text);
     }
-    const auto userTicks = numberIn<std::uint64_t>(fields[14]);
-    const auto systemTicks = numberIn<std::uint64_t>(fields[15]);
-    const auto startTime = numberIn<std::uint64_t>(fields[22]);
-    const auto residentPages = numberIn<std::int64_t>(fields[24]);
+    const auto userTicks = wholeNumber<std::uint64_t>(fields[14]);
+    const auto systemTicks = wholeNumber<std::uint64_t>(fields[15]);
+    const auto startTime = wholeNumber<std::uint64_t>(fields[22]);
+    const auto residentPages = wholeNumber<std::int64_t>(fields[24]);
     if (fields[firstField].size() != 1 || !userTicks || !systemTicks || !startTime || !residentPages) {
         return std::nullopt;
     }
     stat.state = fields[firstField].front();
+    stat.parent = wholeNumber<std::int32_t>(fields[4]).value_or(0);
     stat.processorTicks = *userTicks + *systemTicks;
     stat.startTime = *startTime;
     stat.residentPages = *residentPages;
@@ -108,7 +102,7 @@ std::optional<std::uint32_t> parseRealOwner(std::string_view status) {
         return std::nullopt;
     }
     status.remove_prefix(start + key.size());
-    return numberIn<std::uint32_t>(takeField(status));
+    return wholeNumber<std::uint32_t>(takeField(status));
 }
 
 LinuxFileDescriptor openFolder(std::int32_t pid, const std::string& procRoot) {

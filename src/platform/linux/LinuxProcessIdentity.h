@@ -21,6 +21,7 @@ struct Stat {
     std::uint64_t processorTicks = 0;  ///< in user and system mode together, in clock ticks
     std::uint64_t startTime = 0;       ///< in clock ticks after the machine was booted
     std::int64_t residentPages = 0;
+    std::int32_t parent = 0;  ///< the process that started it, or took it over; 0: none
 
     bool operator==(const Stat&) const = default;
 };

@@ -6,13 +6,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 #include <ctime>
 #include <optional>
-#include <system_error>
 #include <utility>
 
+#include "base/WholeNumber.h"
 #include "platform/linux/LinuxFileDescriptor.h"
 #include "platform/linux/LinuxProcessFigures.h"
 #include "platform/linux/LinuxProcessIdentity.h"
@@ -89,10 +88,9 @@ std::vector<LinuxProcessTable::Entry> LinuxProcessTable::listEntries(int procFol
     const LinuxFileDescriptor folder(::openat(procFolder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     m_reader.begin(folder.get());
     while (const std::optional<DirectoryRecord> record = m_reader.next()) {
-        const std::string_view name = record->name;
         Entry entry;
-        const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), entry.pid);
-        if (error == std::errc{} && end == name.data() + name.size() && entry.pid > 0) {
+        entry.pid = wholeNumber<std::int32_t>(record->name).value_or(0);
+        if (entry.pid > 0) {
             entry.folderInode = record->inode;
             entries.push_back(std::move(entry));
         }

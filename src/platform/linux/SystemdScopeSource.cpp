@@ -1,12 +1,13 @@
 #include "platform/linux/SystemdScopeSource.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <system_error>
 
 #include "base/Text.h"
+#include "base/WholeNumber.h"
 #include "platform/linux/LinuxProcessIdentity.h"
 #include "platform/linux/LinuxStatusFile.h"
 #include "platform/linux/SystemdUnit.h"
@@ -29,34 +30,16 @@ std::vector<std::string> foldersIn(const std::string& folder) {
     return names;
 }
 
-bool hasSuffix(const std::string& text, std::string_view suffix) {
-    return text.size() > suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
-}
-
-std::int32_t parsedPid(std::string_view text) {
-    std::int32_t pid = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
-    return error == std::errc{} && end == text.data() + text.size() && pid > 0 ? pid : 0;
-}
-
 std::vector<std::int32_t> processesIn(const std::string& unitFolder) {
     constexpr std::size_t longest = 65'536;
     std::vector<std::int32_t> pids;
     LinuxStatusFile file(unitFolder + "/cgroup.procs");
     for (const std::string& line : split(file.read(longest).value_or(std::string_view{}), '\n')) {
-        if (const std::int32_t pid = parsedPid(line); pid > 0) {
+        if (const std::int32_t pid = wholeNumber<std::int32_t>(line).value_or(0); pid > 0) {
             pids.push_back(pid);
         }
     }
     return pids;
-}
-
-// The name may hold anything, ")" included; state and parent follow the last one.
-std::int32_t parentIn(std::string_view stat) {
-    const std::size_t end = stat.rfind(')');
-    const std::vector<std::string> fields =
-        splitAtWhiteSpace(end == std::string_view::npos ? std::string_view{} : stat.substr(end + 1));
-    return fields.size() > 1 ? parsedPid(fields[1]) : 0;
 }
 
 }  // namespace
@@ -87,7 +70,7 @@ void SystemdScopeSource::addUnits(const std::string& slice, int depth,
     constexpr int deepest = 3;
     for (const std::string& name : foldersIn(slice)) {
         const std::string folder = std::string(slice).append("/").append(name);
-        if (!hasSuffix(name, ".slice")) {
+        if (!name.ends_with(".slice")) {
             addUnit(folder, name, applications);
         } else if (depth < deepest) {
             addUnits(folder, depth + 1, applications);
@@ -124,9 +107,8 @@ std::int32_t SystemdScopeSource::mainProcess(const std::vector<std::int32_t>& pi
     std::uint64_t oldestStart = 0;
     for (const std::int32_t pid : pids) {
         LinuxStatusFile file(std::string(m_procRoot).append("/").append(std::to_string(pid)).append("/stat"));
-        const std::string_view text = file.read(longestLine).value_or(std::string_view{});
-        const auto stat = LinuxProcessIdentity::parseStat(text);
-        const bool isFirst = stat && std::find(pids.begin(), pids.end(), parentIn(text)) == pids.end();
+        const auto stat = LinuxProcessIdentity::parseStat(file.read(longestLine).value_or(std::string_view{}));
+        const bool isFirst = stat && std::find(pids.begin(), pids.end(), stat->parent) == pids.end();
         if (isFirst && (oldest == 0 || stat->startTime < oldestStart)) {
             oldest = pid;
             oldestStart = stat->startTime;
