@@ -1,11 +1,13 @@
 #include "app/StatusMenuPopup.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QCursor>
 #include <QKeySequence>
-#include <QTextDocument>
 
 #include <utility>
+
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -18,12 +20,7 @@ constexpr int maxLineWidth = 480;
 QString actionText(const QMenu& menu, const std::string& title) {
     QString text = QString::fromStdString(title).simplified();
     text = menu.fontMetrics().elidedText(text, Qt::ElideRight, maxLineWidth);
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-/// A tooltip takes what looks like HTML for HTML.
-QString plainToolTip(const QString& text) {
-    return Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text;
+    return withoutMnemonic(text);
 }
 
 void apply(const QMenu& menu, const MenuItem& item, QAction& action) {
@@ -31,7 +28,7 @@ void apply(const QMenu& menu, const MenuItem& item, QAction& action) {
     const QString text = actionText(menu, item.title);
     action.setText(text);
     // Without one of its own an action's tooltip is its text; a message may hold foreign names.
-    action.setToolTip(item.tooltip.empty() && item.action == MenuAction::none ? plainToolTip(title)
+    action.setToolTip(item.tooltip.empty() && item.action == MenuAction::none ? asToolTip(title)
                                                                               : QString::fromStdString(item.tooltip));
     action.setEnabled(item.enabled);
     action.setCheckable(item.checked.has_value());
@@ -57,10 +54,11 @@ void fill(QMenu& menu, const std::vector<MenuItem>& items, const MenuHandler& pe
             fill(*submenu, item.submenu, perform);
             action->setMenu(submenu);
         } else if (item.action != MenuAction::none) {
-            // Queued, so that the menu is closed and gone before a command opens a dialog.
+            // Queued, so that the menu is closed and gone before a command opens a dialog; and to the program, because
+            // the action goes with the menu.
             QObject::connect(
-                action, &QAction::triggered, action, [perform, command = item.action] { perform(command); },
-                Qt::QueuedConnection);
+                action, &QAction::triggered, QCoreApplication::instance(),
+                [perform, command = item.action] { perform(command); }, Qt::QueuedConnection);
         }
     }
 }

@@ -7,6 +7,7 @@
 #include <QToolTip>
 
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -26,7 +27,7 @@ bool ListRow::event(QEvent* event) {
         const auto* help = static_cast<QHelpEvent*>(event);
         const QString text = toolTipAt(help->pos());
         if (!text.isEmpty()) {
-            QToolTip::showText(help->globalPos(), text.toHtmlEscaped(), this);
+            QToolTip::showText(help->globalPos(), asToolTip(text), this);
             return true;
         }
         QToolTip::hideText();

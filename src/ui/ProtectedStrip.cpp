@@ -150,7 +150,7 @@ bool ProtectedStrip::event(QEvent* event) {
         for (const Entry& entry : m_entries) {
             const QString name = shown(entry.name);
             if (entry.text.contains(help->pos()) && Metrics::width(FontRole::body, name) > entry.text.width()) {
-                QToolTip::showText(help->globalPos(), name.toHtmlEscaped(), this);
+                QToolTip::showText(help->globalPos(), asToolTip(name), this);
                 return true;
             }
         }

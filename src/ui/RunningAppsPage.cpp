@@ -13,34 +13,27 @@ namespace kestrune {
 
 namespace {
 
-constexpr int longestIntro = 720;
 constexpr int partGap = 16;
-
-TextLabel* sentence(const QString& text, QWidget* parent) {
-    auto* label = new TextLabel(FontRole::body, Colour::text2, parent);
-    label->setText(text);
-    label->setFit(TextLabel::Fit::wrap);
-    label->setLongestLine(Metrics::px(longestIntro));
-    return label;
-}
 
 }  // namespace
 
 RunningAppsPage::RunningAppsPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::apps, parent),
-      m_frontmost(
-          sentence(QStringLiteral("This desktop doesn’t tell Kestrune which app is in front, so Keep My Current "
-                                  "App Open can’t find yours. Protect it here instead."),
-                   body())),
+      m_frontmost(TextLabel::paragraph(
+          Colour::text2,
+          QStringLiteral("This desktop doesn’t tell Kestrune which app is in front, so Keep My Current "
+                         "App Open can’t find yours. Protect it here instead."),
+          body())),
       m_protected(new ProtectedStrip(body())),
       m_list(new LiveRowList(store, QStringLiteral("Running apps"),
                              {[this](QWidget* list) { return makeRow(list); }, &RunningAppRow::heightAt}, body())),
       m_empty(new EmptyState(body())) {
     content().setSpacing(partGap);
-    content().addWidget(
-        sentence(QStringLiteral("See what’s using memory and CPU. Protect apps you need, then choose what to close. "
-                                "Each row shows one process; helper processes may use more."),
-                 body()));
+    content().addWidget(TextLabel::paragraph(
+        Colour::text2,
+        QStringLiteral("See what’s using memory and CPU. Protect apps you need, then choose what to close. "
+                       "Each row shows one process; helper processes may use more."),
+        body()));
     content().addWidget(m_frontmost);
     content().addWidget(m_protected);
     content().addWidget(m_list);

@@ -24,8 +24,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr int longestIntro = 720;
-
 // Where the keyboard focus is in a list: which row, and which of its stops.
 struct FocusPlace {
     std::size_t row = 0;
@@ -58,14 +56,12 @@ StoragePage::StoragePage(WorkspaceStore& store, QWidget* parent)
       m_footer(new StorageFooter(this)) {
     m_progress->hide();
     strips().addWidget(m_progress);
-    auto* intro = new TextLabel(FontRole::body, Colour::text2, body());
-    intro->setText(
-        QStringLiteral("Choose what goes. Model folders and logs need a closer look; back up custom models first. Your "
-                       "projects, archives and Docker disk are kept out of this cleanup."));
-    intro->setFit(TextLabel::Fit::wrap);
-    intro->setLongestLine(Metrics::px(longestIntro));
     content().addWidget(m_notes);
-    content().addWidget(intro);
+    content().addWidget(TextLabel::paragraph(
+        Colour::text2,
+        QStringLiteral("Choose what goes. Model folders and logs need a closer look; back up custom models first. Your "
+                       "projects, archives and Docker disk are kept out of this cleanup."),
+        body()));
     content().addSpacing(16);
     content().addWidget(m_controls);
     content().addSpacing(12);

@@ -5,12 +5,22 @@
 #include <algorithm>
 
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
 TextLabel::TextLabel(FontRole role, Colour colour, QWidget* parent) : QLabel(parent), m_role(role), m_colour(colour) {
     setTextFormat(Qt::PlainText);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+TextLabel* TextLabel::paragraph(Colour colour, const QString& text, QWidget* parent) {
+    constexpr int longestLine = 720;
+    auto* label = new TextLabel(FontRole::body, colour, parent);
+    label->setText(text);
+    label->setFit(Fit::wrap);
+    label->setLongestLine(Metrics::px(longestLine));
+    return label;
 }
 
 void TextLabel::setFit(Fit fit) {
@@ -96,7 +106,7 @@ void TextLabel::changeEvent(QEvent* event) {
 
 void TextLabel::updateToolTip() {
     const bool cut = (m_fit == Fit::elideEnd || m_fit == Fit::elideMiddle) && Metrics::width(m_role, text()) > width();
-    setToolTip(cut ? text().toHtmlEscaped() : QString());
+    setToolTip(cut ? asToolTip(text()) : QString());
 }
 
 }  // namespace kestrune

@@ -16,6 +16,9 @@ public:
 
     TextLabel(FontRole role, Colour colour, QWidget* parent = nullptr);
 
+    /// Sentences of body text, wrapped where lines would become too long to read.
+    [[nodiscard]] static TextLabel* paragraph(Colour colour, const QString& text, QWidget* parent);
+
     void setFit(Fit fit);
     void setColour(Colour colour);
 

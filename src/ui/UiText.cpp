@@ -1,20 +1,22 @@
 #include "ui/UiText.h"
 
+#include <QTextDocument>
+
+#include "workspace/ReadableText.h"
+
 namespace kestrune {
 
 QString shown(std::string_view text) {
-    QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    for (QChar& character : result) {
-        if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
-            character == QChar::ParagraphSeparator) {
-            character = QLatin1Char(' ');
-        }
-    }
-    return result;
+    return QString::fromStdString(ReadableText::visible(text));
 }
 
 QString withoutMnemonic(QString text) {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QString asToolTip(const QString& text) {
+    // Escaping alone is not enough: a text without "<" in it is taken for plain, with its escapes showing.
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 }  // namespace kestrune

@@ -6,11 +6,13 @@
 
 namespace kestrune {
 
-/// text for the screen: bytes that are not UTF-8 become replacement characters, and line breaks and other control
-/// characters of foreign names become spaces so that one line stays one line.
+/// text for the screen as ReadableText::visible() makes it: one line stays one line, whatever a foreign name holds.
 [[nodiscard]] QString shown(std::string_view text);
 
 /// text for a place that takes "&" as the mark of a mnemonic.
 [[nodiscard]] QString withoutMnemonic(QString text);
+
+/// text as the tooltip that shows it letter for letter: tooltips take what looks like markup for markup.
+[[nodiscard]] QString asToolTip(const QString& text);
 
 }  // namespace kestrune

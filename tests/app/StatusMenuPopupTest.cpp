@@ -8,6 +8,8 @@
 
 #include <vector>
 
+#include "ui/UiText.h"
+
 namespace kestrune {
 
 namespace {
@@ -52,6 +54,16 @@ TEST_F(StatusMenuPopupTest, aChosenItemRunsItsCommandOnce) {
     EXPECT_EQ(m_performed, std::vector{MenuAction::openOverview});
 }
 
+TEST_F(StatusMenuPopupTest, aClickOnALineRunsItsCommandThoughTheMenuGoes) {
+    QMenu* menu = openMenu();
+    ASSERT_NE(menu, nullptr);
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions()[10]).center());
+    EXPECT_EQ(openMenu(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_performed, std::vector{MenuAction::openOverview});
+}
+
 TEST_F(StatusMenuPopupTest, aSecondClickClosesTheMenu) {
     m_popup.toggle(m_model.items());
     EXPECT_EQ(openMenu(), nullptr);
@@ -88,7 +100,7 @@ TEST_F(StatusMenuPopupTest, foreignNamesInTheMessageAreShownAsTheyAre) {
     ASSERT_NE(openMenu(), nullptr);
     const QAction* line = openMenu()->actions()[2];
     EXPECT_EQ(line->text(), QStringLiteral("Close R&&D <b>Tool</b> _x_ first."));
-    EXPECT_EQ(line->toolTip(), QStringLiteral("Close R&amp;D &lt;b&gt;Tool&lt;/b&gt;\t_x_ first."));
+    EXPECT_EQ(line->toolTip(), asToolTip(QStringLiteral("Close R&D <b>Tool</b>\t_x_ first.")));
     m_model.refresh({.message = "Close R&D first."});
     m_popup.update(m_model.items());
     EXPECT_EQ(line->text(), QStringLiteral("Close R&&D first."));
