@@ -34,7 +34,6 @@ TEST_F(ApplicationNamesTest, desktopEntryNamesTheExecutable) {
     know("Visual Studio Code", "/usr/share/code/code %F");
     EXPECT_EQ(names.nameOf({"/usr/share/code/code", {"/usr/share/code/code", "--type=renderer"}, ""}),
               "Visual Studio Code");
-    EXPECT_EQ(names.nameOf({"/usr/share/code/code (deleted)", {}, ""}), "Visual Studio Code");
 }
 
 TEST_F(ApplicationNamesTest, desktopEntryNamesTheFirstArgumentToo) {
@@ -134,6 +133,12 @@ TEST_F(LinuxRunningProgramsTest, interpreterIsJudgedByItsWorkingFolderToo) {
     addProcess("100", "/usr/bin/python3.11", "python3\0main.py\0"s);
     fs::create_symlink("/home/u/ComfyUI", proc.path("100/cwd"));
     EXPECT_EQ(applications.names(), std::vector<std::string>{"ComfyUI"});
+}
+
+TEST_F(LinuxRunningProgramsTest, aProgramThatWasReplacedWhileItRunsKeepsItsName) {
+    static_cast<void>(entries.write("code.desktop", entryText("Visual Studio Code", "/usr/share/code/code %F")));
+    addProcess("100", "/usr/share/code/code (deleted)", "");
+    EXPECT_EQ(applications.names(), std::vector<std::string>{"Visual Studio Code"});
 }
 
 TEST_F(LinuxRunningProgramsTest, systemWithoutProcHasNoApplications) {

@@ -40,16 +40,6 @@ constexpr std::array knownFolders{
     KnownFolder{"/lmstudio", "LM Studio"},
 };
 
-bool startsWith(std::string_view text, std::string_view prefix) {
-    return text.substr(0, prefix.size()) == prefix;
-}
-
-std::string withoutDeletedMark(const std::string& path) {
-    constexpr std::string_view mark = " (deleted)";
-    const bool isMarked = path.size() > mark.size() && path.compare(path.size() - mark.size(), mark.size(), mark) == 0;
-    return isMarked ? path.substr(0, path.size() - mark.size()) : path;
-}
-
 bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
 }
@@ -76,7 +66,7 @@ std::string scriptOf(const std::vector<std::string>& arguments) {
         }
         if (argument == "-X" || argument == "-W") {
             ++i;
-        } else if (!startsWith(argument, "-")) {
+        } else if (!argument.starts_with('-')) {
             return argument;
         }
     }
@@ -88,16 +78,16 @@ bool isComfyUI(const std::string& script, const std::string& workingFolder) {
     constexpr std::string_view product = "comfyui";
     const std::string file = lowerCased(lastPathComponent(script));
     if (file == "main.py") {
-        const std::string path = startsWith(script, "/") ? script : workingFolder + "/" + script;
+        const std::string path = script.starts_with('/') ? script : workingFolder + "/" + script;
         const std::string folder = standardizedPath(path.substr(0, path.rfind('/')));
-        return startsWith(lowerCased(lastPathComponent(folder)), product);
+        return lowerCased(lastPathComponent(folder)).starts_with(product);
     }
-    return startsWith(file, product);
+    return file.starts_with(product);
 }
 
 std::string executableOf(const ProcessFacts& process) {
     if (!process.executable.empty()) {
-        return withoutDeletedMark(process.executable);
+        return process.executable;
     }
     return process.arguments.empty() ? std::string{} : process.arguments.front();
 }
@@ -139,7 +129,7 @@ std::string ApplicationNames::nameOf(const ProcessFacts& process) const {
         return name;
     }
     const std::vector<std::string> programs = programsOf(process);
-    if (startsWith(programs.front(), "python") && isLauncher(programs.front()) &&
+    if (programs.front().starts_with("python") && isLauncher(programs.front()) &&
         isComfyUI(scriptOf(process.arguments), process.workingFolder)) {
         return "ComfyUI";
     }

@@ -26,6 +26,12 @@ struct SourcedApplication {
     bool operator==(const SourcedApplication&) const = default;
 };
 
+/// The application of process pid among applications; added at the end when it is not there yet.
+[[nodiscard]] SourcedApplication& applicationOf(std::int32_t pid, std::vector<SourcedApplication>& applications);
+
+/// Adds to hints those of more that are not there yet.
+void addHints(const std::vector<std::string>& more, std::vector<std::string>& hints);
+
 /// A part of the desktop that can list applications, tell which one is in front, or ask one to quit; perhaps not all
 /// of it. LinuxRunningApplications merges what they say, so a source looks up no names and no icons, and need not know
 /// whose process it is. A source that cannot work here answers nothing, quickly, and may be able to later: the desktop
@@ -67,7 +73,7 @@ public:
 };
 
 /// The sources of this desktop, the most telling first: X11, sway and i3, KWin, systemd's scopes, the quit action of
-/// programs on the session bus. The list is in ApplicationSources.cpp.
+/// programs on the session bus.
 [[nodiscard]] std::vector<std::unique_ptr<ApplicationSource>> makeApplicationSources();
 
 }  // namespace kestrune

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,7 +24,7 @@ namespace {
 SystemdScopeSource::IsShown shownInMenus() {
     auto folders = std::make_shared<DesktopEntryFolders>(DesktopEntryFolders::standard(LinuxAccount::homeDirectory()));
     return [folders](const std::string& id) {
-        (void)folders->refresh();
+        static_cast<void>(folders->refresh());
         const std::vector<DesktopEntry>& entries = folders->entries();
         return std::any_of(entries.begin(), entries.end(), [name = lowerCased(id)](const DesktopEntry& entry) {
             return entry.isShown && lowerCased(entry.id) == name;
@@ -33,23 +32,38 @@ SystemdScopeSource::IsShown shownInMenus() {
     };
 }
 
-std::string valueOf(const char* variable) {
-    const char* const value = std::getenv(variable);
-    return value != nullptr ? value : "";
-}
-
 std::unique_ptr<KWinSource> kwinSource() {
-    const bool isWayland = valueOf("XDG_SESSION_TYPE") == "wayland" || !valueOf("WAYLAND_DISPLAY").empty();
+    const bool isWayland =
+        LinuxAccount::variable("XDG_SESSION_TYPE") == "wayland" || !LinuxAccount::variable("WAYLAND_DISPLAY").empty();
     const std::string ownFolder = LinuxAccount::absoluteVariable("XDG_RUNTIME_DIR");
     return std::make_unique<KWinSource>(isWayland, ownFolder.empty() ? "/tmp" : ownFolder);
 }
 
 }  // namespace
 
+SourcedApplication& applicationOf(std::int32_t pid, std::vector<SourcedApplication>& applications) {
+    const auto known = std::find_if(applications.begin(), applications.end(),
+                                    [pid](const SourcedApplication& other) { return other.pid == pid; });
+    if (known != applications.end()) {
+        return *known;
+    }
+    SourcedApplication& added = applications.emplace_back();
+    added.pid = pid;
+    return added;
+}
+
+void addHints(const std::vector<std::string>& more, std::vector<std::string>& hints) {
+    for (const std::string& hint : more) {
+        if (std::find(hints.begin(), hints.end(), hint) == hints.end()) {
+            hints.push_back(hint);
+        }
+    }
+}
+
 std::vector<std::unique_ptr<ApplicationSource>> makeApplicationSources() {
     std::vector<std::unique_ptr<ApplicationSource>> sources;
     sources.push_back(std::make_unique<XcbApplicationSource>());
-    sources.push_back(std::make_unique<SwaySource>(valueOf("SWAYSOCK")));
+    sources.push_back(std::make_unique<SwaySource>(LinuxAccount::variable("SWAYSOCK")));
     sources.push_back(kwinSource());
     sources.push_back(std::make_unique<SystemdScopeSource>("/sys/fs/cgroup", "/proc", ::getuid(), shownInMenus()));
     sources.push_back(std::make_unique<GApplicationSource>("/proc"));

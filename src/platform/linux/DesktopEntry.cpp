@@ -72,7 +72,7 @@ std::string unescaped(std::string_view value) {
 void readTranslation(std::string_view key, const std::string& value, const std::vector<std::string>& languages,
                      Fields& fields) {
     constexpr std::string_view prefix = "Name[";
-    if (key.substr(0, prefix.size()) != prefix || key.back() != ']' || value.empty() || !isValidUtf8(value)) {
+    if (!key.starts_with(prefix) || key.back() != ']' || value.empty() || !isValidUtf8(value)) {
         return;
     }
     const std::string_view language = key.substr(prefix.size(), key.size() - prefix.size() - 1);
@@ -162,7 +162,7 @@ Command commandOf(const std::string& exec) {
     constexpr std::string_view packagedCommand = "--command=";
     const std::vector<std::string> words = commandWords(exec);
     for (const std::string& word : words) {
-        if (word.compare(0, packagedCommand.size(), packagedCommand) == 0) {
+        if (word.starts_with(packagedCommand)) {
             return {lastPathComponent(word.substr(packagedCommand.size())), false};
         }
     }

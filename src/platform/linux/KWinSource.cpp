@@ -24,12 +24,12 @@ const QString reportInterface = QStringLiteral("com.torvandelsyn.kestrune.Window
 // KWin answers within some milliseconds unless the whole desktop hangs.
 constexpr std::chrono::milliseconds longestWait{250};
 
-// Plasma 6 has its scripts at "/Scripting/Script3", Plasma 5 at "/3".
 QDBusMessage runMessage(const QString& owner, const QString& folder, int number) {
     return QDBusMessage::createMethodCall(owner, folder + QString::number(number),
                                           QStringLiteral("org.kde.kwin.Script"), QStringLiteral("run"));
 }
 
+// Plasma 6 has its scripts at "/Scripting/Script3", Plasma 5 at "/3".
 const QString scriptFolder6 = QStringLiteral("/Scripting/Script");
 const QString scriptFolder5 = QStringLiteral("/");
 
@@ -88,21 +88,15 @@ std::vector<SourcedApplication> KWinSource::applications() {
         return applications;
     }
     for (const KWinScripts::Window& window : *m_windows) {
-        auto known = std::find_if(applications.begin(), applications.end(),
-                                  [&window](const SourcedApplication& other) { return other.pid == window.pid; });
-        if (known == applications.end()) {
-            applications.emplace_back().pid = window.pid;
-            known = applications.end() - 1;
-            known->policy = ActivationPolicy::accessory;
+        const std::size_t known = applications.size();
+        SourcedApplication& application = applicationOf(window.pid, applications);
+        if (applications.size() > known) {
+            application.policy = ActivationPolicy::accessory;
         }
         if (window.isRegular) {
-            known->policy = ActivationPolicy::regular;
+            application.policy = ActivationPolicy::regular;
         }
-        for (const std::string& name : window.names) {
-            if (std::find(known->hints.begin(), known->hints.end(), name) == known->hints.end()) {
-                known->hints.push_back(name);
-            }
-        }
+        addHints(window.names, application.hints);
     }
     return applications;
 }

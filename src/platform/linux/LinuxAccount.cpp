@@ -34,9 +34,14 @@ std::string fromUserDatabase() {
 
 }  // namespace
 
-std::string absoluteVariable(const char* name) {
+std::string variable(const char* name) {
     const char* value = std::getenv(name);
-    return value != nullptr && *value == '/' ? value : "";
+    return value == nullptr ? "" : value;
+}
+
+std::string absoluteVariable(const char* name) {
+    std::string value = variable(name);
+    return value.starts_with('/') ? value : std::string();
 }
 
 std::string homeDirectory() {

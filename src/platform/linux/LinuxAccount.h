@@ -9,6 +9,9 @@ namespace kestrune::LinuxAccount {
 /// are resolved, so that later checks can refuse every link below it.
 [[nodiscard]] std::string homeDirectory();
 
+/// The environment variable; empty when it is not set.
+[[nodiscard]] std::string variable(const char* name);
+
 /// The environment variable when it is set to an absolute path, as the base directory rules ask; else empty.
 [[nodiscard]] std::string absoluteVariable(const char* name);
 

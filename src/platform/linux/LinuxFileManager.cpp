@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 #include "base/Text.h"
 #include "platform/linux/LinuxAccount.h"
@@ -20,8 +19,8 @@ constexpr std::array<std::string_view, 4> known{"nautilus", "nemo", "thunar", "c
 constexpr std::size_t longestList = std::size_t{1} << 20U;
 
 std::string variableOr(const char* name, const char* standard) {
-    const char* value = std::getenv(name);
-    return value == nullptr || *value == '\0' ? standard : value;
+    std::string value = LinuxAccount::variable(name);
+    return value.empty() ? standard : value;
 }
 
 std::string absoluteOr(const char* name, std::string standard) {
@@ -71,7 +70,7 @@ Places standardPlaces() {
         folders.push_back(folder + "/applications");
     }
     std::vector<std::string> names;
-    for (const std::string& desktop : split(lowerCased(variableOr("XDG_CURRENT_DESKTOP", "")), ':')) {
+    for (const std::string& desktop : split(lowerCased(LinuxAccount::variable("XDG_CURRENT_DESKTOP")), ':')) {
         if (!desktop.empty()) {
             names.push_back("/" + desktop + "-mimeapps.list");
         }

@@ -30,11 +30,7 @@ void MergedApplications::add(const std::vector<SourcedApplication>& applications
                 known.otherPids.push_back(pid);
             }
         }
-        for (const std::string& hint : added.hints) {
-            if (std::find(known.hints.begin(), known.hints.end(), hint) == known.hints.end()) {
-                known.hints.push_back(hint);
-            }
-        }
+        addHints(added.hints, known.hints);
         if (known.name.empty()) {
             known.name = added.name;
         }

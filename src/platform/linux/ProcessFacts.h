@@ -7,7 +7,7 @@ namespace kestrune {
 
 /// What /proc tells about one process.
 struct ProcessFacts {
-    std::string executable;              ///< the path "exe" links to, perhaps with " (deleted)"; empty when unknown
+    std::string executable;              ///< its path, whether or not its file was deleted since; empty when unknown
     std::vector<std::string> arguments;  ///< with the program name first
     std::string workingFolder;           ///< of an interpreter only; empty when unknown
 

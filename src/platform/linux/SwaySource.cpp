@@ -2,7 +2,6 @@
 
 #include <QObject>
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -19,14 +18,6 @@ constexpr std::uint32_t windowEvent = 0x8000'0003;
 // sway answers within a millisecond unless the whole desktop hangs; to close an application takes two questions.
 constexpr std::chrono::milliseconds longestWait{120};
 
-void addOnce(std::vector<std::string>& hints, const std::vector<std::string>& names) {
-    for (const std::string& name : names) {
-        if (std::find(hints.begin(), hints.end(), name) == hints.end()) {
-            hints.push_back(name);
-        }
-    }
-}
-
 }  // namespace
 
 SwaySource::~SwaySource() = default;
@@ -42,13 +33,7 @@ bool SwaySource::isComplete() {
 std::vector<SourcedApplication> SwaySource::applications() {
     std::vector<SourcedApplication> applications;
     for (const SwayTree::Window& window : windows().value_or(std::vector<SwayTree::Window>{})) {
-        auto known = std::find_if(applications.begin(), applications.end(),
-                                  [&window](const SourcedApplication& other) { return other.pid == window.pid; });
-        if (known == applications.end()) {
-            applications.emplace_back().pid = window.pid;
-            known = applications.end() - 1;
-        }
-        addOnce(known->hints, window.names);
+        addHints(window.names, applicationOf(window.pid, applications).hints);
     }
     return applications;
 }

@@ -12,13 +12,13 @@ namespace kestrune {
 namespace {
 
 bool takePrefix(std::string_view& text, std::string_view prefix) {
-    const bool has = text.substr(0, prefix.size()) == prefix;
+    const bool has = text.starts_with(prefix);
     text.remove_prefix(has ? prefix.size() : 0);
     return has;
 }
 
 bool takeSuffix(std::string_view& text, std::string_view suffix) {
-    const bool has = text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
+    const bool has = text.ends_with(suffix);
     text.remove_suffix(has ? suffix.size() : 0);
     return has;
 }

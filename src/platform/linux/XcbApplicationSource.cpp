@@ -5,12 +5,12 @@
 
 #include <QObject>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxRegularFile.h"
 
 namespace kestrune {
@@ -20,14 +20,9 @@ namespace {
 constexpr std::chrono::seconds betweenAttempts{5};
 constexpr std::chrono::seconds betweenLooks{30};
 
-bool isSet(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr && *value != '\0';
-}
-
 // X runs inside another display system, whose own programs it does not know.
 bool isGuest() {
-    return isSet("WAYLAND_DISPLAY");
+    return !LinuxAccount::variable("WAYLAND_DISPLAY").empty();
 }
 
 // Whether this user's X server for guests runs. Asking it would start it where it is started on demand.
