@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "ui/Button.h"
-#include "ui/LiveRow.h"
 #include "ui/LiveRowList.h"
 #include "ui/ModelRow.h"
 #include "ui/NoteStrips.h"
@@ -26,7 +25,6 @@ namespace kestrune {
 
 namespace {
 
-constexpr int longestText = 720;
 constexpr int headingGap = 4;
 constexpr int listGap = 10;
 constexpr int buttonGap = 8;
@@ -38,14 +36,6 @@ std::vector<CleanTarget> modelFolders(const std::vector<CleanTarget>& targets) {
     std::copy_if(targets.begin(), targets.end(), std::back_inserter(models),
                  [](const CleanTarget& target) { return target.category == CleanCategory::aiModels; });
     return models;
-}
-
-TextLabel* sentence(Colour colour, const QString& text, QWidget* parent) {
-    auto* label = new TextLabel(FontRole::body, colour, parent);
-    label->setText(text);
-    label->setFit(TextLabel::Fit::wrap);
-    label->setLongestLine(Metrics::px(longestText));
-    return label;
 }
 
 QString noModelsText(bool scanned) {
@@ -62,14 +52,14 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
       m_notes(new NoteStrips(body())),
       m_progress(new ProgressStrip(body())),
       m_models(new RowList(QStringLiteral("Model folders"), body())),
-      m_noModels(sentence(Colour::text1, QString(), body())),
+      m_noModels(TextLabel::paragraph(Colour::text1, QString(), body())),
       m_review(pageButton(QStringLiteral("Review model cleanup"), WorkspacePage::storage)),
       m_inspect(pageButton(QStringLiteral("Inspect a custom folder"), WorkspacePage::explorer)),
       m_tools(new LiveRowList(store, QStringLiteral("Running AI tools"),
                               {[](QWidget* list) { return new ProcessRow(list); }, &ProcessRow::heightAt}, body())),
-      m_noTools(sentence(Colour::text1,
-                         QStringLiteral("No AI tools we recognize in the latest check. Refresh to check again."),
-                         body())),
+      m_noTools(TextLabel::paragraph(
+          Colour::text1, QStringLiteral("No AI tools we recognize in the latest check. Refresh to check again."),
+          body())),
       m_allApps(pageButton(QStringLiteral("Review all running apps"), WorkspacePage::apps)) {
     addSection(QStringLiteral("Your AI downloads"),
                QStringLiteral("See how much space your model folders take. Open them in Finder before choosing what "
@@ -102,7 +92,7 @@ void AIToolsPage::addSection(const QString& title, const QString& text) {
     heading->setText(title);
     content().addWidget(heading);
     content().addSpacing(headingGap);
-    content().addWidget(sentence(Colour::text2, text, body()));
+    content().addWidget(TextLabel::paragraph(Colour::text2, text, body()));
     content().addSpacing(listGap);
 }
 
@@ -135,21 +125,6 @@ ModelRow* AIToolsPage::rowFor(const CleanTarget& target) {
 void AIToolsPage::refresh() {
     refreshModels();
     refreshTools();
-    chainFocus();
-}
-
-void AIToolsPage::chainFocus() {
-    QWidget* last = m_models->chainFocus(m_models);
-    const auto follow = [&last](QWidget* next) {
-        setTabOrder(last, next);
-        last = next;
-    };
-    follow(m_review);
-    follow(m_inspect);
-    for (LiveRow* row : m_tools->rows()) {
-        follow(row);
-    }
-    follow(m_allApps);
 }
 
 void AIToolsPage::refreshModels() {
@@ -176,6 +151,7 @@ void AIToolsPage::refreshModels() {
         return gone;
     });
     m_models->setRows(rows);
+    m_models->chainFocus(m_models);
     const bool scanning = store().isScanning.get();
     const OperationProgress& progress = store().operationProgress.get();
     if (scanning) {

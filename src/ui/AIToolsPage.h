@@ -34,8 +34,8 @@ private:
     [[nodiscard]] ModelRow* rowFor(const CleanTarget& target);
     void refreshModels();
     void refreshTools();
-    void chainFocus();
 
+    // In this order they are made, and the Tab key goes through them.
     NoteStrips* m_notes;
     ProgressStrip* m_progress;
     RowList* m_models;

@@ -13,6 +13,7 @@
 
 #include "ui/LiveRow.h"
 #include "ui/Paint.h"
+#include "ui/TabOrder.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -142,7 +143,6 @@ std::size_t LiveRowList::indexOf(const RunningItem& item) const {
 LiveRow* LiveRowList::makeRow() {
     LiveRow* row = m_kind.make(this);
     row->installEventFilter(this);
-    row->setPictureSource([this](const RunningItem& item) { return m_store.iconOf(item); });
     const QList<QWidget*> stops = row->focusStops();
     for (QWidget* stop : stops) {
         stop->installEventFilter(this);
@@ -218,23 +218,14 @@ void LiveRowList::order() {
         return;
     }
     m_ordered = std::move(now);
-    // Only what takes the focus has a place in the tab order; rows take it now and then.
-    setFocusPolicy(Qt::TabFocus);
     QWidget* before = this;
     for (LiveRow* row : m_ordered) {
         row->raise();
-        const Qt::FocusPolicy policy = row->focusPolicy();
-        row->setFocusPolicy(Qt::TabFocus);
-        setTabOrder(before, row);
-        before = row;
-        const QList<QWidget*> stops = row->focusStops();
-        for (QWidget* stop : stops) {
-            setTabOrder(before, stop);
-            before = stop;
+        for (QWidget* next : QList<QWidget*>{row} + row->focusStops()) {
+            putBehind(*before, *next);
+            before = next;
         }
-        row->setFocusPolicy(policy);
     }
-    setFocusPolicy(Qt::NoFocus);
 }
 
 const LiveRowList::Placed* LiveRowList::placedWith(const QWidget* focused) const {

@@ -4,6 +4,7 @@
 
 #include "ui/ListRow.h"
 #include "ui/Paint.h"
+#include "ui/TabOrder.h"
 
 namespace kestrune {
 
@@ -44,7 +45,7 @@ QWidget* RowList::chainFocus(QWidget* before) const {
     for (const ListRow* row : m_rows) {
         const QList<QWidget*> stops = row->focusStops();
         for (QWidget* stop : stops) {
-            setTabOrder(before, stop);
+            putBehind(*before, *stop);
             before = stop;
         }
     }

@@ -20,7 +20,8 @@ public:
 
     [[nodiscard]] const std::vector<ListRow*>& rows() const { return m_rows; }
 
-    /// Puts what the rows focus after before in the tab order, and answers the last of it.
+    /// Puts what the rows focus after before (the list itself, where it stands right) in the tab order, and answers the
+    /// last of it.
     QWidget* chainFocus(QWidget* before) const;
 
     /// A row wants another height.

@@ -243,6 +243,22 @@ TEST_F(LiveRowListTest, readingOrderAndTabOrderFollowTheRows) {
     EXPECT_EQ(stops.at(7), QStringLiteral("Quit: alpha"));
 }
 
+TEST_F(LiveRowListTest, aControlBelowTheListComesAfterItsRows) {
+    auto* below = new QPushButton(QStringLiteral("Below"), m_area.widget());
+    below->setAccessibleName(below->text());
+    m_area.widget()->layout()->addWidget(below);
+    show({alpha, beta});
+    show({delta, alpha, beta});
+    QStringList stops;
+    for (int step = 0; step < 10; ++step) {
+        press(Qt::Key_Tab);
+        stops.append(focused());
+    }
+    EXPECT_EQ(stops.at(0), QStringLiteral("Toggle protection for delta"));
+    EXPECT_EQ(stops.at(8), QStringLiteral("More actions for beta"));
+    EXPECT_EQ(stops.at(9), QStringLiteral("Below"));
+}
+
 TEST_F(LiveRowListTest, arrowKeysGoFromRowToRowAlongOneControl) {
     fixture.store().protectedApps.set({"beta"});
     ASSERT_TRUE(fixture.store().isProtected(beta));
@@ -334,7 +350,7 @@ TEST_F(LiveRowListTest, foreignTextStaysPlain) {
     show({runningProcess(5, "<b>x</b>"), runningProcess(6, "&File"), runningProcess(7, "two\nlines")});
     EXPECT_NE(control(QStringLiteral("Quit: <b>x</b>")), nullptr);
     EXPECT_NE(control(QStringLiteral("Quit: &File")), nullptr);
-    EXPECT_NE(control(QStringLiteral("Quit: two lines")), nullptr);
+    EXPECT_NE(control(QStringLiteral("Quit: two␊lines")), nullptr);
 }
 
 TEST_F(LiveRowListTest, aNamelessProcessGoesByItsExecutable) {

@@ -58,6 +58,19 @@ protected:
         return widget != nullptr && widget->isEnabled();
     }
 
+    /// What the Tab key goes through, from the sidebar on until it is back there.
+    [[nodiscard]] QStringList tabStops() {
+        constexpr qsizetype most = 100;
+        named(QStringLiteral("Pages"))->setFocus(Qt::TabFocusReason);
+        const QWidget* start = QApplication::focusWidget();
+        QStringList stops;
+        do {
+            stops.append(QApplication::focusWidget()->accessibleName());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        } while (QApplication::focusWidget() != start && stops.size() < most);
+        return stops;
+    }
+
     StoreFixture fixture;
     std::optional<std::vector<double>> kept;
 
