@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <string_view>
 
 #include "platform/ProcessText.h"
 
@@ -30,8 +31,10 @@ std::string portListing() {
     for (int i = 0; i < listenerCount; ++i) {
         // The tool does not go by number, and tells a socket once for each of its two address families.
         const std::string port = std::to_string(1024 + i * 7919 % 60'000);
-        listing += "p" + std::to_string(2 + i * 7919 % 50'000) + "\nf21\nn*:" + port + "\nf22\nn*:" + port +
-                   "\nf23\nn127.0.0.1:" + port + "\nf24\nn[::1]:" + port + "\n";
+        listing.append("p").append(std::to_string(2 + i * 7919 % 50'000)).append("\n");
+        for (const std::string_view socket : {"f21\nn*:", "f22\nn*:", "f23\nn127.0.0.1:", "f24\nn[::1]:"}) {
+            listing.append(socket).append(port).append("\n");
+        }
     }
     return listing;
 }

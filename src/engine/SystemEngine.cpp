@@ -8,7 +8,7 @@
 
 namespace kestrune {
 
-SystemEngine::SystemEngine(const SystemEngineParts& parts) : m_parts(parts) {
+SystemEngine::SystemEngine(SystemEngineParts parts) : m_parts(std::move(parts)) {
     const std::weak_ptr<Alive> alive = m_alive;
     m_parts.runningApplications.observeActivation([this, alive](const RunningApplication& application) {
         if (!alive.expired()) {

@@ -50,7 +50,7 @@ public:
         bool operator==(const CommandResult&) const = default;
     };
 
-    explicit SystemEngine(const SystemEngineParts& parts);
+    explicit SystemEngine(SystemEngineParts parts);
     SystemEngine(const SystemEngine&) = delete;
     SystemEngine& operator=(const SystemEngine&) = delete;
     ~SystemEngine() = default;
