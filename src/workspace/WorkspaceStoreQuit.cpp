@@ -28,15 +28,20 @@ std::string listenersSentence(const RunningItem& item) {
            ". This stops the entire process, including its other work and connections.";
 }
 
-std::string detailLines(const std::optional<ProcessDetails>& details, const std::string& home) {
-    std::vector<std::string> lines;
-    if (details && !details->workingDirectory.empty()) {
+/// What tells this process from others of its name; nothing where the system does not say.
+std::string detailLines(const RunningItem& item, const std::optional<ProcessDetails>& details,
+                        const std::string& home) {
+    if (!details) {
+        return {};
+    }
+    std::vector<std::string> lines{"PID " + std::to_string(item.id)};
+    if (!details->workingDirectory.empty()) {
         lines.push_back("Working folder: " + ReadableText::path(details->workingDirectory, home));
     }
-    if (details && details->secondsRunning) {
+    if (details->secondsRunning) {
         lines.push_back("Running for " + ReadableText::duration(*details->secondsRunning));
     }
-    return lines.empty() ? std::string() : "\n\n" + joined(lines, "\n");
+    return "\n\n" + joined(lines, "\n");
 }
 
 Alert quitQuestion(const RunningItem& item, bool force) {
@@ -104,7 +109,7 @@ void WorkspaceStore::quitApp(const RunningItem& row, bool force) {
     }
     Alert question = quitQuestion(item, force);
     if (isAddressable(item)) {
-        question.text += detailLines(m_parts.processControl.details(referenceTo(item)), home());
+        question.text += detailLines(item, m_parts.processControl.details(referenceTo(item)), home());
     }
     if (ask(question) != 0 || isProtected(item)) {
         return;

@@ -102,14 +102,14 @@ TEST_F(WorkspaceStoreQuit, theQuestionTellsWhereAndHowLongTheProcessRuns) {
     quit(row, true);
     EXPECT_EQ(alert().text,
               "Unsaved work can be lost. Use this only when the app won't quit normally.\n\nListening on: *:3000. This "
-              "stops the entire process, including its other work and connections.\n\nWorking folder: ~/shop\nRunning "
-              "for 3 h 12 min");
+              "stops the entire process, including its other work and connections.\n\nPID 300\nWorking folder: "
+              "~/shop\nRunning for 3 h 12 min");
 }
 
 TEST_F(WorkspaceStoreQuit, anApplicationsFolderAndTimeAreToldToo) {
     fixture.processControl.detailsByPid[200] = {"/srv/a\nb", 45};
     quit(startApp(200, "Safari"));
-    EXPECT_EQ(alert().text, std::string(quitText) + "\n\nWorking folder: /srv/a␊b\nRunning for 45 s");
+    EXPECT_EQ(alert().text, std::string(quitText) + "\n\nPID 200\nWorking folder: /srv/a␊b\nRunning for 45 s");
 }
 
 TEST_F(WorkspaceStoreQuit, whatTheSystemDoesNotTellIsLeftOut) {
@@ -120,9 +120,9 @@ TEST_F(WorkspaceStoreQuit, whatTheSystemDoesNotTellIsLeftOut) {
     for (const std::int32_t pid : {300, 301, 302}) {
         quit(startTool(pid));
     }
-    EXPECT_EQ(fixture.alerts.alerts.at(0).text, std::string(quitText) + "\n\nRunning for 45 s");
-    EXPECT_EQ(fixture.alerts.alerts.at(1).text, std::string(quitText) + "\n\nWorking folder: ~");
-    EXPECT_EQ(fixture.alerts.alerts.at(2).text, quitText);
+    EXPECT_EQ(fixture.alerts.alerts.at(0).text, std::string(quitText) + "\n\nPID 300\nRunning for 45 s");
+    EXPECT_EQ(fixture.alerts.alerts.at(1).text, std::string(quitText) + "\n\nPID 301\nWorking folder: ~");
+    EXPECT_EQ(fixture.alerts.alerts.at(2).text, std::string(quitText) + "\n\nPID 302");
 }
 
 TEST_F(WorkspaceStoreQuit, aHostileNameNeitherBreaksNorFloodsTheQuestion) {
