@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 
 #include "platform/linux/LinuxPinnedProcess.h"
@@ -12,6 +13,9 @@
 namespace kestrune {
 
 namespace {
+
+// Sources bound what they take, but an application that hangs may be known by dozens of processes.
+constexpr std::chrono::milliseconds longestClosing{500};
 
 bool hasEnded(const LinuxProcessIdentity::Stat& stat) {
     return stat.state == 'Z' || stat.state == 'X';
@@ -94,12 +98,16 @@ bool LinuxRunningApplications::terminate(const RunningApplication& application) 
     const MergedApplications merged = ask();
     const SourcedApplication* const sourced = merged.withProcess(application.processIdentifier);
     const std::vector<std::int32_t> others = sourced == nullptr ? std::vector<std::int32_t>{} : sourced->otherPids;
+    const auto deadline = std::chrono::steady_clock::now() + longestClosing;
     for (const auto& source : m_sources) {
         if (source->close(application.processIdentifier, [&] { return process->startedAt(application.startTime); })) {
             return true;
         }
         // What the user takes for one application may answer through another of its processes.
         for (const std::int32_t pid : others) {
+            if (std::chrono::steady_clock::now() > deadline) {
+                break;
+            }
             const std::optional<LinuxPinnedProcess> other = LinuxPinnedProcess::open(pid);
             const auto isStillMeant = [&] { return process->startedAt(application.startTime) && !other->hasEnded(); };
             if (other && pid != ::getpid() && other->realOwner() == ::getuid() && source->close(pid, isStillMeant)) {
