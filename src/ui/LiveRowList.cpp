@@ -142,6 +142,7 @@ std::size_t LiveRowList::indexOf(const RunningItem& item) const {
 
 LiveRow* LiveRowList::makeRow() {
     LiveRow* row = m_kind.make(this);
+    row->setPictureSource([this](const RunningItem& item) { return m_store.iconOf(item); });
     row->installEventFilter(this);
     const QList<QWidget*> stops = row->focusStops();
     for (QWidget* stop : stops) {

@@ -159,7 +159,7 @@ std::string IconFiles::lookUp(const std::string& icon) {
         const std::string path = standardizedPath(icon);
         return isPictureName(path) && isFile(path) ? path : std::string{};
     }
-    // Some entries name a file although the specification asks for the name alone.
+    // Some entries name a file, although they should hold the name alone.
     const std::string name = isPictureName(icon) ? icon.substr(0, icon.size() - endings.front().size()) : icon;
     if (!staysBelow(name) || name.find('/') != std::string::npos) {
         return {};
