@@ -69,12 +69,12 @@ std::optional<RunningApplication> LinuxRunningApplications::application(std::int
     return sourced == nullptr ? std::nullopt : described(*sourced);
 }
 
-bool LinuxRunningApplications::tellsFrontmost() {
-    return std::any_of(m_sources.begin(), m_sources.end(), [](const auto& source) { return source->tellsFrontmost(); });
-}
-
 std::string LinuxRunningApplications::iconOf(const RunningApplication& application) {
     return m_installed.pictureOf(application.iconNames);
+}
+
+bool LinuxRunningApplications::tellsFrontmost() {
+    return std::any_of(m_sources.begin(), m_sources.end(), [](const auto& source) { return source->tellsFrontmost(); });
 }
 
 void LinuxRunningApplications::observeActivation(ActivationHandler handler) {
