@@ -4,7 +4,7 @@
 
 #include "platform/RunningApplications.h"
 
-/// What the actions that close applications decide by. Pure functions.
+/// What applications are told apart by before one is closed. Pure functions.
 namespace kestrune::AppClosing {
 
 /// True for an application known to need much memory or processor time: by its identifier, or by its name whatever its

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "base/Text.h"
+#include "engine/AppClosing.h"
 
 namespace kestrune {
 
@@ -19,16 +20,13 @@ bool isDeveloperProcess(std::string_view commandName) {
     return std::find(developerNames.begin(), developerNames.end(), name) != developerNames.end();
 }
 
-// A number handed out again between the two looks is not that application.
-bool isTheProcess(const RunningApplication& application, const ProcessRecord& record) {
-    return application.startTime == 0 || record.startTime == 0 || application.startTime == record.startTime;
-}
-
 using ApplicationsByPid = std::unordered_map<std::int32_t, const RunningApplication*>;
 
 const RunningApplication* applicationOf(const ProcessRecord& record, const ApplicationsByPid& applications) {
     const auto found = applications.find(record.pid);
-    return found != applications.end() && isTheProcess(*found->second, record) ? found->second : nullptr;
+    // A number handed out again between the two looks is not that application.
+    const bool isThat = found != applications.end() && AppClosing::isSameProcess(*found->second, record.startTime);
+    return isThat ? found->second : nullptr;
 }
 
 }  // namespace
