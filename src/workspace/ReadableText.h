@@ -9,9 +9,17 @@
 /// drown the rest. Pure functions.
 namespace kestrune::ReadableText {
 
-/// text as well-formed UTF-8 with every control character visible: the picture of an ASCII one, U+FFFD for the others,
-/// for marks that turn the writing direction and for bytes that are not UTF-8.
+/// text as well-formed UTF-8 in which every character shows: the picture of an ASCII control character, U+FFFD for the
+/// other ones, for marks that turn the writing direction, for characters that show nothing and for bytes that are not
+/// UTF-8. White space stays.
 [[nodiscard]] std::string visible(std::string_view text);
+
+/// Whether text has a character of its own that shows, other than white space.
+[[nodiscard]] bool hasVisible(std::string_view text);
+
+/// What a process goes by, as it is: name, else the last component of executable, else "PID 5521"; the first of them
+/// that has something visible.
+[[nodiscard]] std::string processName(std::string_view name, std::string_view executable, std::int32_t pid);
 
 /// text with at most limit characters (3 at least): "…" takes the place of its middle where it is longer.
 [[nodiscard]] std::string elided(std::string_view text, std::size_t limit);

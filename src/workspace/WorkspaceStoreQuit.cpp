@@ -15,6 +15,10 @@ ProcessReference referenceTo(const RunningItem& item) {
     return {item.id, item.executable, item.startTime};
 }
 
+std::string nameOf(const RunningItem& item) {
+    return ReadableText::name(ReadableText::processName(item.name, item.executable, item.id));
+}
+
 // 0, 1 and negative numbers name no single process of the user's.
 bool isAddressable(const RunningItem& item) {
     return item.id >= 2;
@@ -25,10 +29,12 @@ std::string listenersSentence(const RunningItem& item) {
         return {};
     }
     return "\n\nListening on: " + joined(item.listeners, ", ") +
-           ". This stops the entire process, including its other work and connections.";
+           ". This stops the entire process, including its other work and "
+           "connections.";
 }
 
-/// What tells this process from others of its name; nothing where the system does not say.
+/// What tells this process from others of its name; nothing where the system
+/// does not say.
 std::string detailLines(const RunningItem& item, const std::optional<ProcessDetails>& details,
                         const std::string& home) {
     if (!details) {
@@ -48,9 +54,11 @@ Alert quitQuestion(const RunningItem& item, bool force) {
     Alert alert;
     alert.style = force || !item.app ? AlertStyle::warning : AlertStyle::informational;
     alert.symbol = !item.app ? "stop.circle" : force ? "exclamationmark.triangle" : "power";
-    alert.messageText = std::string(force ? "Force quit" : "Quit") + " " + ReadableText::name(item.name) + "?";
-    alert.text = force ? "Unsaved work can be lost. Use this only when the app won't quit normally."
-                       : "Save your work first. Kestrune will request a normal quit and won't force the app to close. "
+    alert.messageText = std::string(force ? "Force quit" : "Quit") + " " + nameOf(item) + "?";
+    alert.text = force ? "Unsaved work can be lost. Use this only when the app "
+                         "won't quit normally."
+                       : "Save your work first. Kestrune will request a normal "
+                         "quit and won't force the app to close. "
                          "Developer processes receive a termination request.";
     alert.text += listenersSentence(item);
     alert.buttons = {force ? "Force Quit" : "Quit", "Cancel"};
@@ -60,7 +68,7 @@ Alert quitQuestion(const RunningItem& item, bool force) {
 /// The name an application goes by in a list of several.
 std::string listedName(const RunningApplication& application) {
     for (const auto& name : {application.localizedName, application.bundleIdentifier}) {
-        if (!name.empty()) {
+        if (ReadableText::hasVisible(name)) {
             return ReadableText::name(name);
         }
     }
@@ -81,8 +89,10 @@ Alert quitOthersQuestion(const std::vector<RunningApplication>& applications) {
     alert.symbol = "power";
     alert.messageText = "Quit " + std::to_string(applications.size()) + " other apps?";
     alert.text = joined(names, ", ") +
-                 "\n\nSave your work first. Kestrune requests normal quits; apps may show their own save dialogs. "
-                 "Protected apps and background agents stay running. Unresponsive apps are never forced to close by "
+                 "\n\nSave your work first. Kestrune requests normal quits; apps "
+                 "may show their own save dialogs. "
+                 "Protected apps and background agents stay running. "
+                 "Unresponsive apps are never forced to close by "
                  "this action.";
     alert.buttons = {"Quit Apps", "Cancel"};
     return alert;
@@ -93,7 +103,8 @@ Alert purgeQuestion() {
     alert.symbol = "memorychip";
     alert.messageText = "Clear cached memory?";
     alert.text =
-        "macOS may ask for an administrator password. This does not close apps or delete files. macOS will refill "
+        "macOS may ask for an administrator password. This does not "
+        "close apps or delete files. macOS will refill "
         "useful caches as needed, so the benefit may be temporary.";
     alert.buttons = {"Continue", "Cancel"};
     return alert;
@@ -128,10 +139,11 @@ void WorkspaceStore::quitApplication(const RunningItem& item, bool force) {
         return;
     }
     const bool accepted = force ? applications.forceTerminate(*item.app) : applications.terminate(*item.app);
-    record({makeActivityId(), now(),
-            (force ? "Force quit requested: " : "Quit requested: ") + ReadableText::name(item.name),
-            accepted ? "The app received the request. Refresh to see whether it has exited."
-                     : "The request was declined. Save your work and try quitting the app yourself.",
+    record({makeActivityId(), now(), (force ? "Force quit requested: " : "Quit requested: ") + nameOf(item),
+            accepted ? "The app received the request. Refresh to see whether it has "
+                       "exited."
+                     : "The request was declined. Save your work and try quitting "
+                       "the app yourself.",
             std::nullopt, !accepted});
     refreshProcessesSoon();
 }
@@ -144,7 +156,7 @@ void WorkspaceStore::stopProcess(const RunningItem& item) {
         return ActivityEntry{
             makeActivityId(),
             now(),
-            "Stop requested: " + ReadableText::name(item.name),
+            "Stop requested: " + nameOf(item),
             sent ? "Sent a termination request to PID " + std::to_string(item.id) + "." : std::string(stopFailed),
             std::nullopt,
             !sent};
@@ -178,7 +190,8 @@ void WorkspaceStore::quitOtherApps() {
     }
     record({makeActivityId(), now(), "Quit Other Apps requested",
             std::to_string(accepted) + " of " + std::to_string(applications.size()) +
-                " apps accepted a quit request. This is not a count of confirmed exits; check Running Apps for the "
+                " apps accepted a quit request. This is not a count of confirmed "
+                "exits; check Running Apps for the "
                 "current state.",
             std::nullopt, false});
     const std::string summary =
@@ -195,7 +208,8 @@ std::vector<RunningApplication> WorkspaceStore::quittableApplications() {
 }
 
 bool WorkspaceStore::mayQuit(const RunningApplication& application) const {
-    // An application is also known by its executable, which only the listing tells.
+    // An application is also known by its executable, which only the listing
+    // tells.
     const auto isItsProtectedRow = [&](const RunningItem& row) {
         return row.app && row.app->processIdentifier == application.processIdentifier &&
                row.app->startTime == application.startTime && isProtected(row);
@@ -218,7 +232,8 @@ void WorkspaceStore::purgeMemoryWithReview() {
         return ActivityEntry{makeActivityId(),
                              now(),
                              cleared ? "Inactive memory cleared" : "Memory action didn't complete",
-                             cleared ? "macOS completed the purge command; memory will be reused as needed."
+                             cleared ? "macOS completed the purge command; memory will be reused as "
+                                       "needed."
                                      : "Authorization was cancelled or the command failed.",
                              std::nullopt,
                              !cleared};

@@ -29,7 +29,36 @@ TEST(ReadableText, laterControlsAndLineSeparatorsAreReplaced) {
 TEST(ReadableText, marksThatTurnTheWritingDirectionAreReplaced) {
     EXPECT_EQ(ReadableText::visible("a\u202Egpj.exe\u202C"), "a�gpj.exe�");
     EXPECT_EQ(ReadableText::visible("\u2066a\u2069\u200F\u200E\u061C"), "�a����");
-    EXPECT_EQ(ReadableText::visible("\u200D\u2010\u2065\u206A"), "\u200D\u2010\u2065\u206A");
+    EXPECT_EQ(ReadableText::visible("\u2010\u2027\u2030\u205E"), "\u2010\u2027\u2030\u205E");
+}
+
+TEST(ReadableText, charactersThatShowNothingAreReplaced) {
+    for (const std::string_view hidden :
+         {"\u00AD", "\u034F", "\u115F",     "\u1160",     "\u17B4",     "\u180E",     "\u200B",    "\u200C",
+          "\u200D", "\u2060", "\u2064",     "\u206F",     "\u3164",     "\uFE00",     "\uFE0F",    "\uFEFF",
+          "\uFFA0", "\uFFF9", "\U0001D173", "\U000E0000", "\U000E0041", "\U000E007F", "\U000E0100"}) {
+        EXPECT_EQ(ReadableText::visible("Fire" + std::string(hidden) + "fox"), "Fire�fox");
+        EXPECT_FALSE(ReadableText::hasVisible(hidden));
+    }
+    for (const std::string_view kept : {"\u00AC", "\u00AE", "\u0350", "\u3165", "\uFE10", "\uFF9F", "\U000E1000"}) {
+        EXPECT_EQ(ReadableText::visible(kept), kept);
+        EXPECT_TRUE(ReadableText::hasVisible(kept));
+    }
+}
+
+TEST(ReadableText, onlyWhatLeavesAMarkIsVisible) {
+    EXPECT_FALSE(ReadableText::hasVisible(""));
+    EXPECT_FALSE(ReadableText::hasVisible(" \t\n\x7F\u00A0\u2003\u3000\u2800"));
+    EXPECT_FALSE(ReadableText::hasVisible("\u202E\u2066\u0085\u2028\xFF"));
+    EXPECT_TRUE(ReadableText::hasVisible(" \u200B."));
+    EXPECT_TRUE(ReadableText::hasVisible("図"));
+}
+
+TEST(ReadableText, aProcessWithoutAVisibleNameGoesByItsExecutableOrItsIdentifier) {
+    EXPECT_EQ(ReadableText::processName("Firefox", "/opt/firefox/firefox-bin", 7), "Firefox");
+    EXPECT_EQ(ReadableText::processName("\u200B\u2060\uFEFF", "/opt/firefox/firefox-bin", 7), "firefox-bin");
+    EXPECT_EQ(ReadableText::processName("", "/opt/\u3164", 7), "PID 7");
+    EXPECT_EQ(ReadableText::processName(" ", "", 7), "PID 7");
 }
 
 TEST(ReadableText, bytesThatAreNotTextAreReplaced) {
