@@ -29,12 +29,10 @@ std::string listenersSentence(const RunningItem& item) {
         return {};
     }
     return "\n\nListening on: " + joined(item.listeners, ", ") +
-           ". This stops the entire process, including its other work and "
-           "connections.";
+           ". This stops the entire process, including its other work and connections.";
 }
 
-/// What tells this process from others of its name; nothing where the system
-/// does not say.
+/// What tells this process from others of its name; nothing where the system does not say.
 std::string detailLines(const RunningItem& item, const std::optional<ProcessDetails>& details,
                         const std::string& home) {
     if (!details) {
@@ -55,10 +53,8 @@ Alert quitQuestion(const RunningItem& item, bool force) {
     alert.style = force || !item.app ? AlertStyle::warning : AlertStyle::informational;
     alert.symbol = !item.app ? "stop.circle" : force ? "exclamationmark.triangle" : "power";
     alert.messageText = std::string(force ? "Force quit" : "Quit") + " " + nameOf(item) + "?";
-    alert.text = force ? "Unsaved work can be lost. Use this only when the app "
-                         "won't quit normally."
-                       : "Save your work first. Kestrune will request a normal "
-                         "quit and won't force the app to close. "
+    alert.text = force ? "Unsaved work can be lost. Use this only when the app won't quit normally."
+                       : "Save your work first. Kestrune will request a normal quit and won't force the app to close. "
                          "Developer processes receive a termination request.";
     alert.text += listenersSentence(item);
     alert.buttons = {force ? "Force Quit" : "Quit", "Cancel"};
@@ -89,10 +85,8 @@ Alert quitOthersQuestion(const std::vector<RunningApplication>& applications) {
     alert.symbol = "power";
     alert.messageText = "Quit " + std::to_string(applications.size()) + " other apps?";
     alert.text = joined(names, ", ") +
-                 "\n\nSave your work first. Kestrune requests normal quits; apps "
-                 "may show their own save dialogs. "
-                 "Protected apps and background agents stay running. "
-                 "Unresponsive apps are never forced to close by "
+                 "\n\nSave your work first. Kestrune requests normal quits; apps may show their own save dialogs. "
+                 "Protected apps and background agents stay running. Unresponsive apps are never forced to close by "
                  "this action.";
     alert.buttons = {"Quit Apps", "Cancel"};
     return alert;
@@ -103,8 +97,7 @@ Alert purgeQuestion() {
     alert.symbol = "memorychip";
     alert.messageText = "Clear cached memory?";
     alert.text =
-        "macOS may ask for an administrator password. This does not "
-        "close apps or delete files. macOS will refill "
+        "macOS may ask for an administrator password. This does not close apps or delete files. macOS will refill "
         "useful caches as needed, so the benefit may be temporary.";
     alert.buttons = {"Continue", "Cancel"};
     return alert;
@@ -140,10 +133,8 @@ void WorkspaceStore::quitApplication(const RunningItem& item, bool force) {
     }
     const bool accepted = force ? applications.forceTerminate(*item.app) : applications.terminate(*item.app);
     record({makeActivityId(), now(), (force ? "Force quit requested: " : "Quit requested: ") + nameOf(item),
-            accepted ? "The app received the request. Refresh to see whether it has "
-                       "exited."
-                     : "The request was declined. Save your work and try quitting "
-                       "the app yourself.",
+            accepted ? "The app received the request. Refresh to see whether it has exited."
+                     : "The request was declined. Save your work and try quitting the app yourself.",
             std::nullopt, !accepted});
     refreshProcessesSoon();
 }
@@ -190,8 +181,7 @@ void WorkspaceStore::quitOtherApps() {
     }
     record({makeActivityId(), now(), "Quit Other Apps requested",
             std::to_string(accepted) + " of " + std::to_string(applications.size()) +
-                " apps accepted a quit request. This is not a count of confirmed "
-                "exits; check Running Apps for the "
+                " apps accepted a quit request. This is not a count of confirmed exits; check Running Apps for the "
                 "current state.",
             std::nullopt, false});
     const std::string summary =
@@ -208,8 +198,7 @@ std::vector<RunningApplication> WorkspaceStore::quittableApplications() {
 }
 
 bool WorkspaceStore::mayQuit(const RunningApplication& application) const {
-    // An application is also known by its executable, which only the listing
-    // tells.
+    // An application is also known by its executable, which only the listing tells.
     const auto isItsProtectedRow = [&](const RunningItem& row) {
         return row.app && row.app->processIdentifier == application.processIdentifier &&
                row.app->startTime == application.startTime && isProtected(row);
@@ -232,8 +221,7 @@ void WorkspaceStore::purgeMemoryWithReview() {
         return ActivityEntry{makeActivityId(),
                              now(),
                              cleared ? "Inactive memory cleared" : "Memory action didn't complete",
-                             cleared ? "macOS completed the purge command; memory will be reused as "
-                                       "needed."
+                             cleared ? "macOS completed the purge command; memory will be reused as needed."
                                      : "Authorization was cancelled or the command failed.",
                              std::nullopt,
                              !cleared};
