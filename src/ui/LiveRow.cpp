@@ -5,10 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/Text.h"
 #include "ui/FocusRing.h"
 #include "ui/Paint.h"
-#include "ui/UiText.h"
+#include "ui/RunningText.h"
 
 namespace kestrune {
 
@@ -16,8 +15,7 @@ LiveRow::LiveRow(QWidget* parent) : ListRow(parent) {
 }
 
 QString LiveRow::name() const {
-    const RunningItem& item = m_state.item;
-    return shown(item.name.empty() ? lastPathComponent(item.executable) : item.name);
+    return RunningText::name(m_state.item);
 }
 
 QString LiveRow::spokenName() const {
@@ -28,8 +26,8 @@ void LiveRow::setPictureSource(PictureSource source) {
     m_pictureSource = std::move(source);
 }
 
-std::string LiveRow::picture() const {
-    return m_pictureSource ? m_pictureSource(m_state.item) : std::string{};
+AppIcon::Picture LiveRow::picture() const {
+    return m_pictureSource ? m_pictureSource(m_state.item) : AppIcon::Picture{};
 }
 
 void LiveRow::setState(const LiveRowState& state) {

@@ -7,13 +7,14 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
+#include <iterator>
 #include <map>
-#include <string_view>
 #include <utility>
 
 #include "ui/LiveRow.h"
 #include "ui/Paint.h"
 #include "ui/TabOrder.h"
+#include "workspace/ReadableText.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -32,6 +33,11 @@ bool holds(const QWidget& widget, const QWidget* focused) {
     return focused != nullptr && (&widget == focused || widget.isAncestorOf(focused));
 }
 
+// Two names that look the same are the same.
+std::string spokenNameOf(const RunningItem& item) {
+    return ReadableText::visible(ReadableText::processName(item.name, item.executable, item.id));
+}
+
 }  // namespace
 
 LiveRowList::LiveRowList(WorkspaceStore& store, const QString& spokenName, LiveRowKind kind, QWidget* parent)
@@ -40,6 +46,11 @@ LiveRowList::LiveRowList(WorkspaceStore& store, const QString& spokenName, LiveR
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setFixedHeight(0);
     connect(qApp, &QApplication::focusChanged, this, &LiveRowList::settleSoon);
+}
+
+void LiveRowList::setNamesakes(const std::vector<RunningItem>& others) {
+    m_namesakes.clear();
+    std::transform(others.begin(), others.end(), std::back_inserter(m_namesakes), spokenNameOf);
 }
 
 void LiveRowList::setItems(std::vector<RunningItem> now) {
@@ -69,6 +80,7 @@ void LiveRowList::settleSoon() {
 void LiveRowList::settle() {
     if (m_behind && !isHeld()) {
         merge(false);
+        Q_EMIT settled();
     }
 }
 
@@ -90,11 +102,13 @@ std::vector<LiveRow*> LiveRowList::rows() const {
 
 void LiveRowList::noteSharedNames() {
     m_sharedNames.clear();
-    std::unordered_set<std::string_view> known;
+    std::unordered_set<std::string> known(m_namesakes.begin(), m_namesakes.end());
     for (const ListedItem& one : m_items) {
-        if (!known.insert(one.item.name).second) {
-            m_sharedNames.insert(one.item.name);
+        std::string name = spokenNameOf(one.item);
+        if (known.count(name) > 0) {
+            m_sharedNames.insert(name);
         }
+        known.insert(std::move(name));
     }
 }
 
@@ -142,7 +156,10 @@ std::size_t LiveRowList::indexOf(const RunningItem& item) const {
 
 LiveRow* LiveRowList::makeRow() {
     LiveRow* row = m_kind.make(this);
-    row->setPictureSource([this](const RunningItem& item) { return m_store.iconOf(item); });
+    row->setPictureSource([this](const RunningItem& item) {
+        return AppIcon::Picture{m_store.iconOf(item),
+                                [this](const std::string& path) { return m_store.iconFile(path); }};
+    });
     row->installEventFilter(this);
     const QList<QWidget*> stops = row->focusStops();
     for (QWidget* stop : stops) {
@@ -202,7 +219,7 @@ void LiveRowList::place() {
 void LiveRowList::bind(const Placed& placed) {
     const ListedItem& listed = m_items[placed.index];
     const LiveRowState state{listed.item, listed.ended, m_store.isProtected(listed.item),
-                             m_sharedNames.count(listed.item.name) > 0};
+                             m_sharedNames.count(spokenNameOf(listed.item)) > 0};
     placed.row->setState(state);
     placed.row->setPlace(placed.index == 0, placed.index + 1 == m_items.size());
     placed.row->setGeometry(1, 1 + static_cast<int>(placed.index) * m_rowHeight, width() - 2, m_rowHeight);
@@ -274,6 +291,13 @@ bool LiveRowList::moveFocus(int key) {
         focusRow(static_cast<std::size_t>(target));
     }
     return true;
+}
+
+void LiveRowList::takeFocus() {
+    if (!m_items.empty()) {
+        m_column = 0;
+        focusRow(0);
+    }
 }
 
 void LiveRowList::focusRow(std::size_t index) {

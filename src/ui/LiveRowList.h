@@ -33,6 +33,10 @@ public:
     /// store outlives the list; it is asked what is protected and whether a question is open.
     LiveRowList(WorkspaceStore& store, const QString& spokenName, LiveRowKind kind, QWidget* parent = nullptr);
 
+    /// Other processes, which the list does not show, but whose names do not tell its rows from them. Counts from the
+    /// next setItems() or replaceItems() on.
+    void setNamesakes(const std::vector<RunningItem>& others);
+
     /// Shows now, in its order unless the user is at the list.
     void setItems(std::vector<RunningItem> now);
 
@@ -52,7 +56,14 @@ public:
     /// True while no row may move.
     [[nodiscard]] bool isHeld() const;
 
+    /// Gives the first row the keyboard focus.
+    void takeFocus();
+
     [[nodiscard]] QAccessible::Role accessibleRole() const override { return QAccessible::List; }
+
+Q_SIGNALS:
+    /// Nobody holds the list any more, and it shows its items in their order again.
+    void settled();
 
 protected:
     bool event(QEvent* event) override;
@@ -102,6 +113,7 @@ private:
     LiveRowKind m_kind;
     std::vector<RunningItem> m_now;
     std::vector<ListedItem> m_items;
+    std::vector<std::string> m_namesakes;
     std::unordered_set<std::string> m_sharedNames;
     std::vector<Placed> m_placed;     // by index
     std::vector<LiveRow*> m_ordered;  // as screen readers and the Tab key go

@@ -36,9 +36,10 @@ constexpr int belowTitle = 14;
 constexpr int partGap = 12;
 constexpr int rowsInView = 120;  // room the rows need before the warning may stay in view
 
-LiveRowKind portRows(WorkspaceStore& store) {
-    return {[&store](QWidget* list) {
+LiveRowKind portRows(WorkspaceStore& store, const QLineEdit& search) {
+    return {[&store, &search](QWidget* list) {
                 auto* row = new PortRow(list);
+                row->setSearchSource([&search] { return search.text(); });
                 QObject::connect(row, &PortRow::stopWanted, list,
                                  [&store](const RunningItem& item) { store.quitApp(item, false); });
                 return row;
@@ -82,7 +83,7 @@ PortReviewWindow::PortReviewWindow(WorkspaceStore& store, QWidget* parent)
     m_content = new QVBoxLayout(body);
     m_content->setContentsMargins(margin, 0, margin, margin);
     m_content->setSpacing(partGap);
-    m_list = new LiveRowList(store, QStringLiteral("Servers using a port"), portRows(store), body);
+    m_list = new LiveRowList(store, QStringLiteral("Servers using a port"), portRows(store, *m_search), body);
     m_empty = new EmptyState(body);
     m_empty->setSpaceAbove(32);
     m_content->addWidget(m_list);
@@ -104,8 +105,8 @@ QHBoxLayout* PortReviewWindow::makeHeader() {
     auto* header = new QHBoxLayout;
     header->setContentsMargins(margin, aboveTitle, margin, belowTitle);
     header->setSpacing(margin);
-    header->addWidget(title, 1);
-    header->addWidget(again);
+    header->addWidget(title, 1, Qt::AlignVCenter);
+    header->addWidget(again, 0, Qt::AlignVCenter);
     return header;
 }
 
@@ -169,7 +170,11 @@ void PortReviewWindow::showMessage() {
 
 void PortReviewWindow::refresh(bool userChose) {
     std::vector<RunningItem> items = listeningItems(m_store.running.get());
-    std::erase_if(items, [this](const RunningItem& item) { return !matchesPortSearch(item, m_search->text()); });
+    const auto hidden = std::stable_partition(items.begin(), items.end(), [this](const RunningItem& item) {
+        return matchesPortSearch(item, m_search->text());
+    });
+    m_list->setNamesakes({hidden, items.end()});
+    items.erase(hidden, items.end());
     if (userChose) {
         m_list->replaceItems(std::move(items));
     } else {
@@ -180,14 +185,16 @@ void PortReviewWindow::refresh(bool userChose) {
 
 void PortReviewWindow::refreshEmpty() {
     const QString wanted = m_search->text().simplified();
+    const QString onlyYours =
+        QStringLiteral("Only your own processes are listed. A port may be held by the system or by another user.");
     m_list->setVisible(!m_list->isEmpty());
     m_empty->setVisible(m_list->isEmpty() && m_store.processesListed.get());
     if (wanted.isEmpty()) {
-        m_empty->setContent(QStringLiteral("globe"), QString(),
-                            QStringLiteral("No servers found using a port. Refresh after starting one."));
+        m_empty->setContent(QStringLiteral("globe"),
+                            QStringLiteral("No servers found using a port. Refresh after starting one."), onlyYours);
     } else {
-        m_empty->setContent(QStringLiteral("magnifyingglass"), QString(),
-                            QStringLiteral("No server matches “%1”.").arg(wanted));
+        m_empty->setContent(QStringLiteral("magnifyingglass"), QStringLiteral("No server matches “%1”.").arg(wanted),
+                            onlyYours);
     }
 }
 

@@ -2,9 +2,12 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "ui/Button.h"
 #include "ui/Paint.h"
+#include "ui/PortSearch.h"
 #include "ui/RunningText.h"
 #include "ui/UiText.h"
 
@@ -82,12 +85,31 @@ QString PortRow::endedText() const {
     return QStringLiteral("No longer using a port");
 }
 
-QString PortRow::detail(bool withPorts) const {
+QString PortRow::portsWithin(int room, FontRole role) const {
+    const QString wanted = m_search ? m_search() : QString();
+    std::vector<std::string> endpoints = state().item.listeners;
+    const auto isWanted = [&](const std::string& endpoint) { return isSearchedEndpoint(endpoint, wanted); };
+    const auto found = std::find_if(endpoints.begin(), endpoints.end(), isWanted);
+    if (found != endpoints.end()) {
+        const QString before = RunningText::ports({endpoints.begin(), std::next(found)});
+        if (Metrics::width(role, before + QStringLiteral("…")) > room) {
+            std::stable_partition(found, endpoints.end(), isWanted);
+            std::rotate(endpoints.begin(), found, std::find_if_not(found, endpoints.end(), isWanted));
+        }
+    }
+    return RunningText::ports(endpoints);
+}
+
+QString PortRow::detail(const QString& ports) const {
     const QString pid = RunningText::identifier(state().item.id);
     if (state().ended) {
         return QStringLiteral("%1 · %2").arg(pid, endedText());
     }
-    return withPorts ? QStringLiteral("%1 · %2").arg(pid, ports()) : pid;
+    return ports.isEmpty() ? pid : QStringLiteral("%1 · %2").arg(pid, ports);
+}
+
+void PortRow::setSearchSource(SearchSource source) {
+    m_search = std::move(source);
 }
 
 void PortRow::stateChanged() {
@@ -102,7 +124,7 @@ void PortRow::stateChanged() {
     if (state().isProtected) {
         parts.append(QStringLiteral("Protected"));
     }
-    parts.append(detail(true));
+    parts.append(detail(ports()));
     setSpoken(parts.join(QStringLiteral(", ")));
     setAccessibleDescription(shown(state().item.executable));
 }
@@ -126,14 +148,15 @@ void PortRow::paintContent(QPainter& painter) {
     const int detailLine = Metrics::lineHeight(FontRole::detail);
     const QColor strong = Theme::colour(state().ended ? Colour::text3 : Colour::text1);
     const int room = place.nameRight - sidePadding;
+    const int detailStart = Metrics::width(FontRole::detail, detail(QStringLiteral(" ")));
     int top = (place.mainHeight - titleLine - 1 - detailLine) / 2;
     Paint::text(painter, QRect(sidePadding, top, room, titleLine), FontRole::rowTitle, strong, name());
     top += titleLine + 1;
     Paint::text(painter, QRect(sidePadding, top, room, detailLine), FontRole::detail, Theme::colour(Colour::text3),
-                detail(!beside));
-    if (beside) {
+                detail(beside ? QString() : portsWithin(room - detailStart, FontRole::detail)));
+    if (beside && !state().ended) {
         const QRect box(place.portsLeft, 0, place.portsRight - place.portsLeft, place.mainHeight);
-        Paint::text(painter, box, FontRole::body, strong, ports());
+        Paint::text(painter, box, FontRole::body, strong, portsWithin(box.width(), FontRole::body));
     }
 }
 
@@ -147,8 +170,9 @@ QString PortRow::toolTipAt(const QPoint& at) const {
         return Metrics::width(FontRole::body, ports()) > place.portsRight - place.portsLeft ? ports() : QString();
     }
     const int room = place.nameRight - sidePadding;
-    if (at.y() >= place.mainHeight / 2 && Metrics::width(FontRole::detail, detail(!beside)) > room) {
-        return detail(!beside);
+    const QString all = detail(beside ? QString() : ports());
+    if (at.y() >= place.mainHeight / 2 && Metrics::width(FontRole::detail, all) > room) {
+        return all;
     }
     QStringList lines;
     if (Metrics::width(FontRole::rowTitle, name()) > room) {

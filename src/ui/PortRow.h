@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+
 #include "ui/LiveRow.h"
+#include "ui/Metrics.h"
 
 namespace kestrune {
 
@@ -12,6 +15,11 @@ class PortRow final : public LiveRow {
 
 public:
     explicit PortRow(QWidget* parent = nullptr);
+
+    /// What tells the text that the user looks for; asked when the row is drawn.
+    using SearchSource = std::function<QString()>;
+
+    void setSearchSource(SearchSource source);
 
     /// Height of every such row that is width wide.
     [[nodiscard]] static int heightAt(int width);
@@ -35,10 +43,14 @@ private:
 
     [[nodiscard]] static Columns columns(int width);
     [[nodiscard]] QString ports() const;
-    [[nodiscard]] QString detail(bool withPorts) const;
+
+    /// The ports as they are drawn on room pixels: those that the user looks for first, where they would be cut off.
+    [[nodiscard]] QString portsWithin(int room, FontRole role) const;
+    [[nodiscard]] QString detail(const QString& ports) const;
     void arrangeControls();
 
     Button* m_stop;
+    SearchSource m_search;
 };
 
 }  // namespace kestrune

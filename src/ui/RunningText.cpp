@@ -4,8 +4,14 @@
 #include <QStringList>
 
 #include "ui/UiText.h"
+#include "workspace/ReadableText.h"
+#include "workspace/RunningItem.h"
 
 namespace kestrune::RunningText {
+
+QString name(const RunningItem& item) {
+    return shown(ReadableText::processName(item.name, item.executable, item.id));
+}
 
 QString memory(std::int64_t megabytes) {
     // The texts around the figure are English on every system.

@@ -7,8 +7,13 @@
 
 namespace kestrune {
 
+struct RunningItem;
+
 /// Words and figures about a running process.
 namespace RunningText {
+
+/// What the process goes by on the screen; there is something to see in it.
+[[nodiscard]] QString name(const RunningItem& item);
 
 /// "3,842 MB".
 [[nodiscard]] QString memory(std::int64_t megabytes);

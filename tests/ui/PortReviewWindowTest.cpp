@@ -128,6 +128,31 @@ TEST_F(PortReviewWindowTest, typingAPortLeavesWhoHoldsIt) {
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(PortReviewWindowTest, namesakesAreToldApartAlsoWhileTheSearchHidesOne) {
+    open({server, runningProcess(8, "server", 90, {"*:80"})});
+    EXPECT_TRUE(shows(QStringLiteral("Stop process: server, PID 5521, *:3000, *:9229")));
+    QTest::keyClicks(search(), QStringLiteral("3000"));
+    EXPECT_TRUE(shows(QStringLiteral("Stop process: server, PID 5521, *:3000, *:9229")));
+    EXPECT_FALSE(shows(QStringLiteral("Stop process: server, PID 8, *:80")));
+    fixture.store().running.set({server});
+    QApplication::processEvents();
+    EXPECT_TRUE(shows(QStringLiteral("Stop process: server, *:3000, *:9229")));
+}
+
+TEST_F(PortReviewWindowTest, tabGoesFromRefreshToTheSearchToTheRows) {
+    open({server, runningProcess(8, "other", 90, {"*:80"})});
+    EXPECT_TRUE(search()->hasFocus());
+    QStringList order;
+    for (int step = 0; step < 4; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        order.append(QApplication::focusWidget()->accessibleName());
+    }
+    const QStringList wanted{QStringLiteral("Stop process: server, *:3000, *:9229"),
+                             QStringLiteral("Stop process: other, *:80"), QStringLiteral("Refresh"),
+                             search()->accessibleName()};
+    EXPECT_EQ(order, wanted) << order.join(QStringLiteral(" | ")).toStdString();
+}
+
 TEST_F(PortReviewWindowTest, controlWClosesIt) {
     open({server});
     QTest::keyClick(search(), Qt::Key_W, Qt::ControlModifier);
