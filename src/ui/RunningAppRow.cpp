@@ -13,7 +13,7 @@ namespace {
 
 constexpr int columnGap = 12;
 constexpr int beforeQuit = 8;
-constexpr int beforeMore = 4;
+constexpr int beforeMore = 8;
 constexpr int beyondEdge = 6;  // the symbol of the last button ends where the row's content ends
 constexpr int controlSize = 28;
 constexpr int smallestName = 150;  // below it the controls go to a line of their own

@@ -42,7 +42,10 @@ RunningAppsPage::RunningAppsPage(WorkspaceStore& store, QWidget* parent)
     connect(m_protected, &ProtectedStrip::removalWanted, this, [this](const std::string& name) {
         const std::string kept = name;  // the strip lets go of its own while the names change
         this->store().removeProtection(kept);
+        refreshAbove();
     });
+    connect(m_protected, &ProtectedStrip::focusLeft, m_list, &LiveRowList::takeFocus);
+    connect(m_list, &LiveRowList::settled, this, &RunningAppsPage::refreshAbove);
     watch(store.running);
     watch(store.processesListed);
     watch(store.protectedApps);
@@ -59,12 +62,18 @@ LiveRow* RunningAppsPage::makeRow(QWidget* list) {
     return row;
 }
 
-void RunningAppsPage::refresh() {
+void RunningAppsPage::refreshAbove() {
     const auto& names = store().protectedApps.get();
     m_protected->setNames(names);
     m_protected->setVisible(!names.empty());
     m_frontmost->setVisible(!store().tellsFrontmost());
+}
+
+void RunningAppsPage::refresh() {
     m_list->setItems(store().running.get());
+    if (!m_list->isHeld()) {
+        refreshAbove();
+    }
     m_list->setVisible(!m_list->isEmpty());
     m_empty->setVisible(m_list->isEmpty());
     if (store().processesListed.get()) {

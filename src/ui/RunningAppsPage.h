@@ -23,6 +23,9 @@ protected:
 private:
     [[nodiscard]] LiveRow* makeRow(QWidget* list);
 
+    /// What stands above the list, and would move its rows: while the user is at them it stays as it is.
+    void refreshAbove();
+
     TextLabel* m_frontmost;
     ProtectedStrip* m_protected;
     LiveRowList* m_list;

@@ -1,9 +1,11 @@
 #include "ui/RunningAppsPage.h"
 
 #include <QCheckBox>
+#include <QEnterEvent>
 
 #include "tests/ui/RunningItems.h"
 #include "tests/ui/WindowFixture.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -15,6 +17,33 @@ protected:
         fixture.store().running.set(std::move(items));
         fixture.store().processesListed.set(true);
         QApplication::processEvents();
+    }
+
+    /// The pointer rests on the rows.
+    void pointerComes() {
+        QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+        QApplication::sendEvent(named(QStringLiteral("Running apps")), &enter);
+    }
+
+    void pointerLeaves() {
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(named(QStringLiteral("Running apps")), &leave);
+        QApplication::processEvents();
+        QApplication::processEvents();
+    }
+
+    [[nodiscard]] int topOfRows() { return named(QStringLiteral("Running apps"))->mapTo(&window(), QPoint(0, 0)).y(); }
+
+    void press(const QString& name, Qt::Key key = Qt::Key_Space) {
+        QWidget* control = named(name);
+        ASSERT_NE(control, nullptr) << name.toStdString();
+        control->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(control, key);
+        QApplication::processEvents();
+    }
+
+    [[nodiscard]] static QString focused() {
+        return QApplication::focusWidget() == nullptr ? QString() : QApplication::focusWidget()->accessibleName();
     }
 };
 
@@ -79,6 +108,142 @@ TEST_F(RunningAppsPageTest, theShieldProtectsAndTakesItBack) {
     EXPECT_EQ(fixture.store().protectedApps.get().count("Notes"), 0U);
     EXPECT_FALSE(shield->isChecked());
     EXPECT_FALSE(shows(QStringLiteral("Protected apps")));
+}
+
+TEST_F(RunningAppsPageTest, theFirstProtectionMovesNoRowFromUnderThePointer) {
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes"), runningApp(8, "Mail")});
+    pointerComes();
+    const int before = topOfRows();
+    click(QStringLiteral("Toggle protection for Notes"));
+    EXPECT_EQ(topOfRows(), before);
+    EXPECT_FALSE(shows(QStringLiteral("Protected apps")));
+    EXPECT_TRUE(shows(QStringLiteral("Notes, Protected, 100 MB, 1.5% CPU, PID 7")));
+    EXPECT_FALSE(isEnabled(QStringLiteral("Quit: Notes")));
+    click(QStringLiteral("Toggle protection for Notes"));
+    EXPECT_TRUE(fixture.store().protectedApps.get().empty()) << "the second click met the same app";
+    click(QStringLiteral("Toggle protection for Notes"));
+    pointerLeaves();
+    EXPECT_TRUE(shows(QStringLiteral("Remove protection: Notes")));
+    EXPECT_GT(topOfRows(), before);
+}
+
+TEST_F(RunningAppsPageTest, theLastProtectionTakenBackMovesNoRowEither) {
+    fixture.store().protectedApps.set({"Notes"});
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes"), runningApp(8, "Mail")});
+    pointerComes();
+    const int before = topOfRows();
+    click(QStringLiteral("Toggle protection for Notes"));
+    EXPECT_EQ(topOfRows(), before);
+    EXPECT_TRUE(shows(QStringLiteral("Protected apps")));
+    EXPECT_TRUE(shows(QStringLiteral("Notes, 100 MB, 1.5% CPU, PID 7")));
+    pointerLeaves();
+    EXPECT_FALSE(shows(QStringLiteral("Protected apps")));
+    EXPECT_LT(topOfRows(), before);
+}
+
+TEST_F(RunningAppsPageTest, removingAProtectionActsAtOnceWhereverThePointerIs) {
+    fixture.store().protectedApps.set({"Mail", "Notes"});
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes")});
+    pointerComes();
+    press(QStringLiteral("Remove protection: Mail"));
+    EXPECT_FALSE(shows(QStringLiteral("Remove protection: Mail")));
+    EXPECT_TRUE(shows(QStringLiteral("Remove protection: Notes")));
+}
+
+TEST_F(RunningAppsPageTest, focusOfARemovedProtectionGoesToTheNextOneAndThenToTheList) {
+    fixture.store().protectedApps.set({"Mail", "Notes", "Zed"});
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes")});
+    press(QStringLiteral("Remove protection: Notes"));
+    EXPECT_EQ(focused(), QStringLiteral("Remove protection: Zed"));
+    press(QStringLiteral("Remove protection: Zed"));
+    EXPECT_EQ(focused(), QStringLiteral("Remove protection: Mail"));
+    press(QStringLiteral("Remove protection: Mail"));
+    EXPECT_EQ(focused(), QStringLiteral("Toggle protection for Notes"));
+    EXPECT_FALSE(shows(QStringLiteral("Protected apps")));
+}
+
+TEST_F(RunningAppsPageTest, aClickOnTheStripLeavesTheKeyboardWhereItIs) {
+    fixture.store().protectedApps.set({"Notes"});
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes")});
+    named(QStringLiteral("Refresh"))->setFocus(Qt::TabFocusReason);
+    click(QStringLiteral("Remove protection: Notes"));
+    EXPECT_EQ(focused(), QStringLiteral("Refresh"));
+}
+
+TEST_F(RunningAppsPageTest, focusOfAQuitAppStaysInTheList) {
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes"), runningApp(8, "Mail")});
+    press(QStringLiteral("Quit: Notes"));
+    list({runningApp(8, "Mail")});
+    EXPECT_EQ(focused(), QStringLiteral("Notes, 100 MB, 1.5% CPU, PID 7 · Ended"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::processEvents();
+    list({runningApp(8, "Mail")});
+    other.close();
+    window().activateWindow();
+    QApplication::processEvents();
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_TRUE(named(QStringLiteral("Running apps"))->isAncestorOf(QApplication::focusWidget()))
+        << focused().toStdString();
+}
+
+TEST_F(RunningAppsPageTest, tabGoesFromTheHeaderThroughTheProtectedAppsToTheRows) {
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes")});
+    fixture.store().protectedApps.set({"Zed"});
+    fixture.store().protectedApps.set({"Mail", "Zed"});
+    QApplication::processEvents();
+    const QStringList order = tabStops();
+    const QStringList wanted{QStringLiteral("Pages"),
+                             QStringLiteral("Refresh"),
+                             QStringLiteral("Remove protection: Mail"),
+                             QStringLiteral("Remove protection: Zed"),
+                             QStringLiteral("Toggle protection for Notes"),
+                             QStringLiteral("Quit: Notes"),
+                             QStringLiteral("More actions for Notes")};
+    EXPECT_EQ(order, wanted) << order.join(QStringLiteral(" | ")).toStdString();
+}
+
+TEST_F(RunningAppsPageTest, thereIsRoomForARingAroundEveryControlOfARow) {
+    open(WorkspacePage::apps);
+    list({runningApp(7, "Notes")});
+    const QRect shield = named(QStringLiteral("Toggle protection for Notes"))->geometry();
+    const QRect quit = named(QStringLiteral("Quit: Notes"))->geometry();
+    const QRect more = named(QStringLiteral("More actions for Notes"))->geometry();
+    EXPECT_EQ(quit.left() - shield.right() - 1, 8);
+    EXPECT_EQ(more.left() - quit.right() - 1, 8);
+}
+
+TEST_F(RunningAppsPageTest, noNameTurnsTheLineOrHides) {
+    fixture.store().protectedApps.set({"", "\u200B", "Zed\u202E"});
+    open(WorkspacePage::apps);
+    RunningItem nameless = runningApp(7, "\u200B\u2060\uFEFF");
+    nameless.executable = "/opt/editor/editor-bin";
+    RunningItem unknown = runningApp(8, "\U000E0041");
+    unknown.executable = "";
+    list({nameless, unknown, runningApp(9, "a\u2066\u202Eb\u0085c\u2028d"), runningApp(10, "Firefox\u200B"),
+          runningApp(11, "Firefox\u200C"), runningApp(12, "Firefox")});
+    EXPECT_TRUE(shows(QStringLiteral("Quit: editor-bin")));
+    EXPECT_TRUE(shows(QStringLiteral("Quit: PID 8")));
+    EXPECT_TRUE(shows(QStringLiteral("Quit: a\uFFFD\uFFFDb\uFFFDc\uFFFDd")));
+    EXPECT_TRUE(shows(QStringLiteral("Quit: Firefox\uFFFD, PID 10")));
+    EXPECT_TRUE(shows(QStringLiteral("Quit: Firefox\uFFFD, PID 11")));
+    EXPECT_TRUE(shows(QStringLiteral("Quit: Firefox")));
+    EXPECT_TRUE(shows(QStringLiteral("Remove protection: “”")));
+    EXPECT_TRUE(shows(QStringLiteral("Remove protection: \uFFFD")));
+    EXPECT_TRUE(shows(QStringLiteral("Remove protection: Zed\uFFFD")));
+    for (const Seen& piece : seen()) {
+        for (const QString& text : {piece.name, piece.widget->accessibleDescription(), piece.widget->toolTip()}) {
+            EXPECT_EQ(shown(text.toStdString()), text) << text.toStdString();
+        }
+    }
 }
 
 TEST_F(RunningAppsPageTest, quittingAsksTheVeryProcessOfTheRow) {
