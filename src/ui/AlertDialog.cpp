@@ -5,14 +5,17 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
 #include "ui/Paint.h"
 #include "ui/ScrollArea.h"
+#include "ui/ScrollThumb.h"
 #include "ui/TextLabel.h"
 #include "ui/UiText.h"
 
@@ -25,6 +28,14 @@ constexpr int padding = 24;
 constexpr int plateSize = 48;
 constexpr int plateGap = 16;
 constexpr int itemIndent = 11;
+constexpr int belowItem = 8;
+constexpr int blockGap = 12;
+constexpr int aboveTitle = 2;
+constexpr int beforeText = 4;
+constexpr int belowLongList = 8;
+constexpr int aboveButtons = 20;
+constexpr int smallestBody = 3;  // lines
+constexpr int frameHeight = 40;  // what a desktop puts around a dialog, at most
 constexpr std::size_t itemsWithoutScrolling = 8;
 
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
@@ -44,7 +55,7 @@ TextLabel* wrapped(FontRole role, Colour colour, const QString& text, QWidget* p
 QWidget* itemBlock(const AlertItem& item) {
     auto* block = new QWidget;
     auto* layout = new QVBoxLayout(block);
-    layout->setContentsMargins(0, 0, 0, 8);
+    layout->setContentsMargins(0, 0, 0, belowItem);
     layout->setSpacing(0);
     const QString line = QStringLiteral("• %1 — %2").arg(shown(item.title), shown(item.size));
     layout->addWidget(wrapped(FontRole::rowTitle, Colour::text1, line, block));
@@ -67,6 +78,39 @@ QString paragraphs(const std::string& text) {
     return lines.join(QLatin1Char('\n'));
 }
 
+QVBoxLayout* plainColumn(QWidget& widget, int right) {
+    auto* layout = new QVBoxLayout(&widget);
+    layout->setContentsMargins(0, 0, right, 0);
+    layout->setSpacing(0);
+    return layout;
+}
+
+QWidget* itemList(const std::vector<AlertItem>& items) {
+    auto* list = new QWidget;
+    QVBoxLayout* layout = plainColumn(*list, ScrollThumb::breadth());
+    for (const AlertItem& item : items) {
+        layout->addWidget(itemBlock(item));
+    }
+    return list;
+}
+
+QWidget* textBlocks(const QString& text) {
+    auto* widget = new QWidget;
+    QVBoxLayout* layout = plainColumn(*widget, ScrollThumb::breadth());
+    layout->setSpacing(blockGap);
+    const QStringList blocks = text.split(QLatin1String("\n\n"));
+    for (const QString& block : blocks) {
+        layout->addWidget(wrapped(FontRole::body, Colour::text2, block, widget));
+    }
+    return widget;
+}
+
+// Half a block more, so that it is visible that the list goes on.
+int longListHeight() {
+    const int block = Metrics::lineHeight(FontRole::rowTitle) + Metrics::lineHeight(FontRole::detail) + belowItem;
+    return static_cast<int>(itemsWithoutScrolling) * block + block / 2;
+}
+
 }  // namespace
 
 AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
@@ -84,50 +128,70 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
     setAccessibleDescription(paragraphs(alert.informativeText()));
     const int side = Metrics::px(padding);
     const int left = side + Metrics::px(plateSize) + Metrics::px(plateGap);
-    setFixedWidth(Metrics::px(dialogWidth));
+    const QSize room = screen()->availableSize() - QSize(0, Metrics::px(frameHeight));
+    setFixedWidth(std::min(Metrics::px(dialogWidth), room.width()));
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(left, side, side, side);
+    column->setContentsMargins(left, side, side - ScrollThumb::breadth(), side);
     column->setSpacing(0);
-    column->addSpacing(2);
-    column->addWidget(wrapped(FontRole::heading, Colour::text1, paragraphs(alert.messageText), this));
-    column->addSpacing(alert.items.empty() ? 8 : 12);
-    addItems(alert.items, *column);
-    if (!alert.text.empty()) {
-        column->addSpacing(alert.items.empty() ? 0 : 4);
-        column->addWidget(wrapped(FontRole::body, Colour::text2, paragraphs(alert.text), this));
-    }
+    column->addSpacing(aboveTitle);
+    auto* title = wrapped(FontRole::heading, Colour::text1, paragraphs(alert.messageText), this);
+    auto* titleRow = new QHBoxLayout;
+    titleRow->setContentsMargins(0, 0, ScrollThumb::breadth(), 0);
+    titleRow->addWidget(title);
+    column->addLayout(titleRow);
+    const int belowTitle = alert.items.empty() ? 8 : 12;
+    column->addSpacing(belowTitle);
+    QLayout* buttons = makeButtons(alert.buttons);
+    const int around = 2 * side + aboveTitle + title->heightForWidth(width() - left - side) + belowTitle +
+                       aboveButtons + buttons->sizeHint().height();
+    addBody(alert, std::max(room.height() - around, smallestBody * Metrics::lineHeight(FontRole::body)), *column);
     column->addStretch(1);
-    column->addSpacing(20);
-    addButtons(alert.buttons, *column);
+    column->addSpacing(aboveButtons);
+    column->addLayout(buttons);
 }
 
-void AlertDialog::addItems(const std::vector<AlertItem>& items, QVBoxLayout& column) {
-    if (items.empty()) {
+void AlertDialog::addBody(const Alert& alert, int room, QVBoxLayout& column) {
+    QWidget* items = alert.items.empty() ? nullptr : itemList(alert.items);
+    QWidget* text = alert.text.empty() ? nullptr : textBlocks(paragraphs(alert.text));
+    const QMargins margins = column.contentsMargins();
+    const auto heightOf = [inside = width() - margins.left() - margins.right()](const QWidget* part) {
+        return part == nullptr ? 0 : part->layout()->heightForWidth(inside);
+    };
+    const bool isLongList = alert.items.size() > itemsWithoutScrolling;
+    const int listHeight = isLongList ? longListHeight() + belowLongList : heightOf(items);
+    const int gap = items != nullptr && text != nullptr ? beforeText : 0;
+    if (listHeight + gap + heightOf(text) > room) {
+        auto* all = new QWidget;
+        QVBoxLayout* layout = plainColumn(*all, 0);
+        for (QWidget* part : {items, text}) {
+            if (part != nullptr) {
+                layout->addWidget(part);
+            }
+        }
+        layout->insertSpacing(1, gap);
+        column.addWidget(scrolling(*all, room));
         return;
     }
-    auto* list = new QWidget;
-    auto* layout = new QVBoxLayout(list);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    for (const AlertItem& item : items) {
-        layout->addWidget(itemBlock(item));
+    if (items != nullptr) {
+        column.addWidget(isLongList ? scrolling(*items, longListHeight()) : items);
+        column.addSpacing((isLongList ? belowLongList : 0) + gap);
     }
-    if (items.size() <= itemsWithoutScrolling) {
-        column.addWidget(list);
-        return;
+    if (text != nullptr) {
+        column.addWidget(text);
     }
+}
+
+QWidget* AlertDialog::scrolling(QWidget& content, int height) {
     m_scroll = new ScrollArea(this);
-    list->setAutoFillBackground(false);
-    m_scroll->setWidget(list);
-    const int block = Metrics::lineHeight(FontRole::rowTitle) + Metrics::lineHeight(FontRole::detail) + 8;
-    // Half a block more, so that it is visible that the list goes on.
-    m_scroll->setFixedHeight(static_cast<int>(itemsWithoutScrolling) * block + block / 2);
-    column.addWidget(m_scroll);
-    column.addSpacing(8);
+    content.setAutoFillBackground(false);
+    m_scroll->setWidget(&content);
+    m_scroll->setFixedHeight(height);
+    return m_scroll;
 }
 
-void AlertDialog::addButtons(const std::vector<std::string>& titles, QVBoxLayout& column) {
+QLayout* AlertDialog::makeButtons(const std::vector<std::string>& titles) {
     auto* row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, ScrollThumb::breadth(), 0);
     row->setSpacing(8);
     row->addStretch(1);
     // KDE and Windows put the default first, everybody else at the right.
@@ -145,7 +209,7 @@ void AlertDialog::addButtons(const std::vector<std::string>& titles, QVBoxLayout
         m_buttons[index] = button;
         row->addWidget(button);
     }
-    column.addLayout(row);
+    return row;
 }
 
 void AlertDialog::reject() {

@@ -36,8 +36,10 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void addItems(const std::vector<AlertItem>& items, QVBoxLayout& column);
-    void addButtons(const std::vector<std::string>& titles, QVBoxLayout& column);
+    /// Items and text on at most room pixels: what is higher scrolls.
+    void addBody(const Alert& alert, int room, QVBoxLayout& column);
+    [[nodiscard]] QWidget* scrolling(QWidget& content, int height);
+    [[nodiscard]] QLayout* makeButtons(const std::vector<std::string>& titles);
 
     QString m_symbol;
     ScrollArea* m_scroll = nullptr;

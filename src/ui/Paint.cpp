@@ -12,6 +12,7 @@ namespace kestrune::Paint {
 namespace {
 
 constexpr double shortestBar = 2;
+constexpr qsizetype charactersPerPixel = 4;  // no text has as many
 
 }  // namespace
 
@@ -23,7 +24,10 @@ int baseline(FontRole role, int top, int height) {
 void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text,
           Qt::Alignment alignment, Qt::TextElideMode elide) {
     const QFontMetrics metrics(Metrics::font(role));
-    const QString fitting = metrics.elidedText(text, elide, box.width() + 1);
+    // Of a very long text only the start is measured: each time it is drawn the rest would cost for nothing.
+    const qsizetype most = charactersPerPixel * (std::max(0, box.width()) + 1);
+    const bool endless = elide == Qt::ElideRight && text.size() > most;
+    const QString fitting = metrics.elidedText(endless ? text.left(most) : text, elide, box.width() + 1);
     double x = box.left();
     if (alignment & Qt::AlignRight) {
         x = box.right() + 1 - metrics.horizontalAdvance(fitting);

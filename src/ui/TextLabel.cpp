@@ -1,6 +1,7 @@
 #include "ui/TextLabel.h"
 
 #include <QEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
 
@@ -8,6 +9,12 @@
 #include "ui/UiText.h"
 
 namespace kestrune {
+
+namespace {
+
+constexpr qsizetype charactersMeasured = 1000;  // what is longer is wider than any window
+
+}  // namespace
 
 TextLabel::TextLabel(FontRole role, Colour colour, QWidget* parent) : QLabel(parent), m_role(role), m_colour(colour) {
     setTextFormat(Qt::PlainText);
@@ -52,20 +59,24 @@ int TextLabel::line() const {
     return std::max(m_lineHeight, Metrics::lineHeight(m_role));
 }
 
-QStringList TextLabel::lines(int width) const {
-    if (m_fit != Fit::wrap) {
-        return {text()};
+const QStringList& TextLabel::lines(int width) const {
+    const int room = m_longestLine > 0 ? std::min(width, m_longestLine) : width;
+    if (m_wrapped.width != room || m_wrapped.text != text() || m_wrapped.font != Metrics::font(m_role)) {
+        m_wrapped = {text(), Metrics::font(m_role), room, Paint::wrapped(m_role, text(), room)};
     }
-    return Paint::wrapped(m_role, text(), m_longestLine > 0 ? std::min(width, m_longestLine) : width);
+    return m_wrapped.lines;
 }
 
 QSize TextLabel::sizeHint() const {
-    const int natural = Metrics::width(m_role, text()) + 1;
-    if (m_fit != Fit::wrap) {
+    const bool wraps = m_fit == Fit::wrap;
+    const int natural = Metrics::width(m_role, wraps ? text().left(charactersMeasured) : text()) + 1;
+    if (!wraps) {
         return {natural, line()};
     }
-    const int width = m_longestLine > 0 ? std::min(natural, m_longestLine) : natural;
-    return {width, heightForWidth(width)};
+    if (m_longestLine > 0 && natural > m_longestLine) {
+        return {m_longestLine, heightForWidth(m_longestLine)};
+    }
+    return {natural, static_cast<int>(text().count(QLatin1Char('\n')) + 1) * line()};
 }
 
 QSize TextLabel::minimumSizeHint() const {
@@ -80,14 +91,19 @@ int TextLabel::heightForWidth(int width) const {
     return static_cast<int>(lines(width).size()) * line();
 }
 
-void TextLabel::paintEvent(QPaintEvent* /*event*/) {
+void TextLabel::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QColor colour = Theme::colour(m_colour);
     const auto elide = m_fit == Fit::elideMiddle ? Qt::ElideMiddle : Qt::ElideRight;
     int top = m_fit == Fit::wrap ? 0 : (height() - line()) / 2;
-    const QStringList all = lines(width());
-    for (const QString& one : all) {
-        Paint::text(painter, QRect(0, top, width(), line()), m_role, colour, one, alignment(), elide);
+    if (m_fit != Fit::wrap) {
+        Paint::text(painter, QRect(0, top, width(), line()), m_role, colour, text(), alignment(), elide);
+        return;
+    }
+    for (const QString& one : lines(width())) {
+        if (top + line() > event->rect().top() && top <= event->rect().bottom()) {
+            Paint::text(painter, QRect(0, top, width(), line()), m_role, colour, one, alignment(), elide);
+        }
         top += line();
     }
 }

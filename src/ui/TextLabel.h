@@ -40,7 +40,7 @@ protected:
 
 private:
     [[nodiscard]] int line() const;
-    [[nodiscard]] QStringList lines(int width) const;
+    [[nodiscard]] const QStringList& lines(int width) const;
     void updateToolTip();
 
     FontRole m_role;
@@ -48,6 +48,16 @@ private:
     Fit m_fit = Fit::natural;
     int m_longestLine = 0;
     int m_lineHeight = 0;
+
+    /// What wrapping a text anew each time would cost: layouts ask often, and a text may be very long.
+    struct Wrapped {
+        QString text;
+        QFont font;
+        int width = -1;
+        QStringList lines;
+    };
+
+    mutable Wrapped m_wrapped;
 };
 
 }  // namespace kestrune

@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLabel>
+#include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -104,6 +106,37 @@ TEST(AlertDialog, manyItemsScrollAndTheButtonsStayInView) {
     EXPECT_LT(many.height(), 640);
     for (const Button* button : many.buttons()) {
         EXPECT_TRUE(many.rect().contains(button->geometry()));
+    }
+}
+
+TEST(AlertDialog, whatIsHigherThanTheScreenScrollsBetweenTitleAndButtons) {
+    Alert lengthy;
+    lengthy.messageText = "Quit node?";
+    lengthy.text = "Save your work first.\n\nListening on: ";
+    for (int port = 10'000; port < 20'000; ++port) {
+        lengthy.text += "127.0.0.1:" + std::to_string(port) + ", ";
+    }
+    lengthy.text += "\n\nPID 5521";
+    lengthy.buttons = {"Quit", "Cancel"};
+    Alert both = question(20);
+    both.text = lengthy.text;
+    for (const Alert& alert : {lengthy, both}) {
+        AlertDialog dialog(alert);
+        dialog.show();
+        QApplication::processEvents();
+        const QSize room = dialog.screen()->availableSize();
+        EXPECT_LE(dialog.frameGeometry().height(), room.height());
+        EXPECT_LE(dialog.frameGeometry().width(), room.width());
+        for (const Button* button : dialog.buttons()) {
+            EXPECT_TRUE(dialog.rect().contains(button->geometry()));
+        }
+        const auto areas = dialog.findChildren<ScrollArea*>();
+        ASSERT_EQ(areas.size(), 1);
+        EXPECT_GT(areas.front()->height(), dialog.height() / 2);
+        EXPECT_GT(areas.front()->verticalScrollBar()->maximum(), room.height());
+        EXPECT_LT(areas.front()->geometry().bottom(), dialog.buttons().front()->geometry().top());
+        QTest::keyClick(&dialog, Qt::Key_PageDown);
+        EXPECT_GT(areas.front()->verticalScrollBar()->value(), 0);
     }
 }
 
