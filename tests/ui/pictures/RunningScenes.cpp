@@ -40,7 +40,7 @@ std::vector<RunningItem> hostile() {
         many.push_back("127.0.0.1:" + std::to_string(port));
     }
     RunningItem broken = app(11, "\xff\xfe bytes \xc3", 12, "0.1");
-    broken.app->icon = "/nowhere/at/all.png";
+    broken.app->iconNames = {"/nowhere/at/all.png"};
     return {app(1, "<b>Bold</b> & <a href='x'>link</a> &File", 1'234'567, "1600.0", {"*:80"}),
             app(2'147'483'647, std::string(300, 'W'), 98'765, "100.0", many),
             process(3, "a name\nof two lines\tand a tab, with quite some more words to follow", 5, "", {"*:22"}),
@@ -92,6 +92,36 @@ std::vector<RunningScene> runningAppsScenes() {
                  protectMany(fixture);
              }},
             {"apps-10000", [](StoreFixture& fixture) { list(fixture, crowd()); }}};
+}
+
+std::vector<RunningScene> aiToolsScenes() {
+    constexpr std::int64_t megabyte = 1'000'000;
+    const auto full = [](StoreFixture& fixture) {
+        fixture.addCache("Hugging Face Hub Cache", 14'070 * megabyte);
+        fixture.addCache("Ollama Models", 11'930 * megabyte);
+        fixture.addCache("Gradle Caches", 6'310 * megabyte);
+        fixture.scan();
+        list(fixture, {process(8412, "ollama", 6184, "88.0"), app(7730, "LM Studio", 1226, "0.4"),
+                       process(9127, "llama-server", 918, "0.0"), process(5521, "node", 300, "0.1")});
+        fixture.store().protectedApps.set({"ollama"});
+    };
+    return {{"ai-before", [](StoreFixture&) {}},
+            {"ai-scanning",
+             [](StoreFixture& fixture) {
+                 fixture.store().scan();
+                 fixture.store().operationProgress.set({3, 20, "Gradle Caches"});
+             }},
+            {"ai-empty",
+             [](StoreFixture& fixture) {
+                 fixture.scan();
+                 list(fixture, {});
+             }},
+            {"ai", full},
+            {"ai-notes", [full](StoreFixture& fixture) {
+                 full(fixture);
+                 fixture.store().scanNotes.set({"Couldn't inspect Ollama Models. Check access in System Settings."});
+                 fixture.store().message.set("Process changed or couldn't be stopped. Rescan before retrying.");
+             }}};
 }
 
 std::vector<RunningScene> portScenes() {

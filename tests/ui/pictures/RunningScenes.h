@@ -17,4 +17,7 @@ struct RunningScene {
 [[nodiscard]] std::vector<RunningScene> runningAppsScenes();
 [[nodiscard]] std::vector<RunningScene> portScenes();
 
+/// Of the AI Tools page.
+[[nodiscard]] std::vector<RunningScene> aiToolsScenes();
+
 }  // namespace kestrune

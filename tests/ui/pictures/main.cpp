@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tests/fakes/StoreFixture.h"
+#include "tests/ui/pictures/AlertScenes.h"
 #include "tests/ui/pictures/RunningScenes.h"
 #include "ui/AlertDialog.h"
 #include "ui/Metrics.h"
@@ -169,6 +170,9 @@ std::vector<Scene> scenes() {
     for (const RunningScene& scene : runningAppsScenes()) {
         all.push_back({scene.name, on(P::apps, scene.prepare)});
     }
+    for (const RunningScene& scene : aiToolsScenes()) {
+        all.push_back({scene.name, on(P::ai, scene.prepare)});
+    }
     return all;
 }
 
@@ -217,13 +221,22 @@ void takeAll(const QDir& folder, const Look& look, const QString& start) {
         save(window, folder.filePath(QLatin1String(scene.name) + suffix + QStringLiteral(".png")));
         fixture.settle();
     }
-    for (const int items : {1, 3, 20}) {
-        if (!start.isEmpty()) {
-            break;
+}
+
+void takeAlerts(const QDir& folder, bool dark, const QString& start) {
+    Theme::setDark(dark);
+    std::vector<AlertScene> all = alertScenes();
+    all.push_back({"alert-1", alertWith(1)});
+    all.push_back({"alert-3", alertWith(3)});
+    all.push_back({"alert-20", alertWith(20)});
+    for (const AlertScene& scene : all) {
+        if (!QLatin1String(scene.name).startsWith(start)) {
+            continue;
         }
-        AlertDialog dialog(alertWith(items));
+        AlertDialog dialog(scene.alert);
         dialog.show();
-        save(dialog, folder.filePath(QStringLiteral("alert-%1").arg(items) + suffix + QStringLiteral(".png")));
+        const QString tone = dark ? QStringLiteral("-dark.png") : QStringLiteral("-light.png");
+        save(dialog, folder.filePath(QLatin1String(scene.name) + tone));
     }
 }
 
@@ -272,6 +285,7 @@ int main(int argc, char** argv) {
         for (const QSize size : {QSize(580, 440), QSize(480, 320)}) {
             takePorts(folder, {dark, size}, start);
         }
+        takeAlerts(folder, dark, start);
     }
     return 0;
 }
