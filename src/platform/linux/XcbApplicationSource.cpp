@@ -1,17 +1,11 @@
 #include "platform/linux/XcbApplicationSource.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QObject>
 
-#include <filesystem>
-#include <string>
-#include <system_error>
 #include <utility>
 
 #include "platform/linux/LinuxAccount.h"
-#include "platform/linux/LinuxRegularFile.h"
+#include "platform/linux/XcbGuestServer.h"
 
 namespace kestrune {
 
@@ -23,24 +17,6 @@ constexpr std::chrono::seconds betweenLooks{30};
 // X runs inside another display system, whose own programs it does not know.
 bool isGuest() {
     return !LinuxAccount::variable("WAYLAND_DISPLAY").empty();
-}
-
-// Whether this user's X server for guests runs. Asking it would start it where it is started on demand.
-bool guestServerRuns() {
-    constexpr std::size_t longestName = 64;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry("/proc", error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string folder = entry->path().string();
-
-        struct stat status {};
-
-        if (folder.find_first_of("0123456789") != std::string::npos && ::stat(folder.c_str(), &status) == 0 &&
-            status.st_uid == ::getuid() && readRegularFile(folder + "/comm", longestName) == "Xwayland\n") {
-            return true;
-        }
-    }
-    return false;
 }
 
 std::vector<xcb_window_t> mainWindowsOf(std::int32_t pid, const std::vector<XcbWindow>& windows) {
@@ -132,9 +108,11 @@ bool XcbApplicationSource::connect() {
     if (m_connection || now < m_notBefore) {
         return m_connection != nullptr;
     }
-    m_notBefore = now + betweenAttempts;
-    if (!isGuest() || guestServerRuns()) {
-        m_connection = XcbConnection::open();
+    // Looking for the server among thousands of processes takes its time.
+    const bool guest = isGuest();
+    m_notBefore = now + (guest ? betweenLooks : betweenAttempts);
+    if (!guest || guestServerRuns()) {
+        m_connection = XcbConnection::open(!guest);
     }
     if (m_connection && m_handler) {
         listen();

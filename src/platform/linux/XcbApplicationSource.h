@@ -19,7 +19,9 @@ namespace kestrune {
 /// the desktop's background and its panels leave the one before them there. A quit request closes the main windows of a
 /// program, unless none of them takes part in closing.
 /// The connection is opened at the first question. After the server went away it is opened anew, at the next question
-/// or when it comes back. Where X is only guest of another display system, it is not started by asking. Main thread.
+/// or when it comes back. Where X is only guest of another display system, it is not started by asking:
+/// its server is looked for every half minute until it is found, and only one on this machine is connected to. A server
+/// that does not greet is given up after a quarter of a second. Main thread.
 class XcbApplicationSource final : public ApplicationSource {
 public:
     XcbApplicationSource();

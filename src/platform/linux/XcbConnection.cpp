@@ -4,8 +4,12 @@
 #include <xcb/xcbext.h>
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include "platform/linux/XcbGreeting.h"
 
 namespace kestrune {
 
@@ -43,9 +47,14 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(XcbAtom::count)>
 
 }  // namespace
 
-std::unique_ptr<XcbConnection> XcbConnection::open() {
+std::unique_ptr<XcbConnection> XcbConnection::open(bool alsoElsewhere) {
     const char* const display = std::getenv("DISPLAY");
     if (display == nullptr || *display == '\0') {
+        return nullptr;
+    }
+    const std::vector<std::string> sockets = XcbGreeting::socketsOf(display);
+    const LinuxFileDescriptor answered = XcbGreeting::answered(sockets, patience);
+    if (!answered && !(sockets.empty() && alsoElsewhere)) {
         return nullptr;
     }
     int screen = 0;

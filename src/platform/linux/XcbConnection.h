@@ -55,8 +55,10 @@ using XcbReply = std::unique_ptr<Reply, XcbFree>;
 /// thrown and the program goes on. One thread.
 class XcbConnection final {
 public:
-    /// To the server DISPLAY names; null when there is none. Waits for the server to greet.
-    [[nodiscard]] static std::unique_ptr<XcbConnection> open();
+    /// To the server DISPLAY names; null when there is none, or one on this machine that does not begin to answer
+    /// within a quarter of a second. libxcb knows no limit: one on another machine is waited for until it greets, and
+    /// left alone unless it is asked for.
+    [[nodiscard]] static std::unique_ptr<XcbConnection> open(bool alsoElsewhere);
 
     XcbConnection(const XcbConnection&) = delete;
     XcbConnection& operator=(const XcbConnection&) = delete;
