@@ -19,7 +19,8 @@ std::vector<RunningApplication> SystemEngine::closingCandidates() {
     const std::vector<std::string> kept = alwaysKeepApps();
     std::erase_if(candidates, [&](const RunningApplication& application) {
         return application.activationPolicy != ActivationPolicy::regular || isThisProgram(application) ||
-               AppProtection::sparesApplication(application.localizedName, kept);
+               AppProtection::sparesApplication(application.localizedName, kept) ||
+               AppProtection::isProtected(application.executable, kept);
     });
     return candidates;
 }
@@ -64,7 +65,7 @@ void SystemEngine::keepFrontmostKillRest() {
         const auto found = m_parts.runningApplications.application(processIdentifier);
         if (found && AppClosing::isSameProcess(*found, application.startTime)) {
             // It is named whether it accepts or not: the message says what was asked.
-            static_cast<void>(m_parts.runningApplications.terminate(*found));
+            static_cast<void>(m_parts.runningApplications.terminate(application));
         }
     }
     const std::string keptName = kept->localizedName.empty() ? "frontmost app" : kept->localizedName;

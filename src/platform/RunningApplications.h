@@ -19,6 +19,7 @@ enum class ActivationPolicy {
 struct RunningApplication {
     std::int32_t processIdentifier = 0;
     std::uint64_t startTime = 0;         ///< in the system's own unit; 0 where it does not say
+    std::string executable;              ///< what it ran then, as ProcessRecord::command; empty when unknown
     std::string localizedName;           ///< as the desktop shows it; may be empty
     std::string bundleIdentifier;        ///< "org.mozilla.firefox"; empty when it has none
     std::vector<std::string> iconNames;  ///< what the desktop may call its icon, best first; see iconOf()
@@ -50,6 +51,11 @@ public:
     /// the first question and kept, so that an application nobody looks at costs nothing; it need not run any more.
     [[nodiscard]] virtual std::string iconOf(const RunningApplication& application) = 0;
 
+    /// The names the desktop gives the program with this executable (as ProcessRecord::command), and those it showed
+    /// its windows under so far: what a process without a window belongs to. None is empty; most programs have none,
+    /// and interpreters never. Cheap enough for every row.
+    [[nodiscard]] virtual std::vector<std::string> namesOfProgram(const std::string& executable) = 0;
+
     /// False on a desktop that does not tell which application is in front.
     [[nodiscard]] virtual bool tellsFrontmost() = 0;
 
@@ -57,16 +63,16 @@ public:
     /// object lives. One handler at most; once.
     virtual void observeActivation(ActivationHandler handler) = 0;
 
-    /// True once that very process has ended, whoever has its number now.
+    /// True once that very process has ended, whoever has its number now, or runs another program.
     [[nodiscard]] virtual bool isTerminated(const RunningApplication& application) = 0;
 
     /// Asks the application to quit the way its own close or quit command does, so that it can ask about unsaved work.
-    /// True when the request was delivered. False when the application has no such way or is not that process any
-    /// more: nothing else is tried then, and no signal is ever sent.
+    /// True when the request was delivered. False when the application has no such way, or is not that process or
+    /// program any more: nothing else is tried then, and no signal is ever sent.
     [[nodiscard]] virtual bool terminate(const RunningApplication& application) = 0;
 
     /// Ends that very process at once, without asking it. True when it was told to end. False when it is another
-    /// process, user or program by now, and for identifiers below 2.
+    /// process, user or program by now, when its executable is unknown, and for identifiers below 2.
     [[nodiscard]] virtual bool forceTerminate(const RunningApplication& application) = 0;
 };
 

@@ -205,7 +205,8 @@ public:
                                           std::int32_t ownPID) const;
 
     /// Whether item's name or executable is protected, by the engine's rules or because the user protected that very
-    /// name.
+    /// name; for a process without a window, also because the user protected its program by the name it is shown
+    /// under.
     [[nodiscard]] bool isProtected(const RunningItem& item) const;
 
     void toggleProtection(const RunningItem& item);
@@ -265,8 +266,10 @@ private:
     void refreshProcessesSoon();  ///< one second from now, when what was asked to quit may be gone
     void quitApplication(const RunningItem& item, bool force);
     void stopProcess(const RunningItem& item);
-    /// Whether the user or the engine protects item by now. Any thread.
-    [[nodiscard]] bool isKept(const RunningItem& item) const;
+    /// The names of the program behind a row that is no application.
+    [[nodiscard]] std::vector<std::string> programNamesOf(const RunningItem& item) const;
+    /// Whether the user or the engine protects item by now; its program has these names. Any thread.
+    [[nodiscard]] bool isKept(const RunningItem& item, const std::vector<std::string>& programNames) const;
     [[nodiscard]] bool mayQuit(const RunningApplication& application) const;
     [[nodiscard]] std::vector<RunningApplication> quittableApplications();
     void setProtectedApps(std::set<std::string> names);

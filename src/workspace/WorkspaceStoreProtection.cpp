@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "engine/AppProtection.h"
 #include "workspace/ReadableText.h"
 #include "workspace/WorkspaceStore.h"
@@ -5,13 +7,24 @@
 namespace kestrune {
 
 bool WorkspaceStore::isProtected(const RunningItem& item) const {
-    return m_parts.engine.isProtected(item.name) || m_parts.engine.isProtected(item.executable) ||
-           protectedApps.get().contains(item.name);
+    const auto& names = protectedApps.get();
+    if (m_parts.engine.isProtected(item.name) || m_parts.engine.isProtected(item.executable) ||
+        names.contains(item.name)) {
+        return true;
+    }
+    const std::vector<std::string> programNames = programNamesOf(item);
+    return std::any_of(programNames.begin(), programNames.end(),
+                       [&names](const std::string& name) { return names.contains(name); });
 }
 
-bool WorkspaceStore::isKept(const RunningItem& item) const {
+std::vector<std::string> WorkspaceStore::programNamesOf(const RunningItem& item) const {
+    return item.app ? std::vector<std::string>{} : m_parts.runningApplications.namesOfProgram(item.executable);
+}
+
+bool WorkspaceStore::isKept(const RunningItem& item, const std::vector<std::string>& programNames) const {
     const auto kept = m_parts.engine.alwaysKeepApps();
-    return AppProtection::sparesApplication(item.name, kept) || AppProtection::isProtected(item.executable, kept);
+    return AppProtection::sparesApplication(item.name, kept) || AppProtection::isProtected(item.executable, kept) ||
+           std::find_first_of(programNames.begin(), programNames.end(), kept.begin(), kept.end()) != programNames.end();
 }
 
 bool WorkspaceStore::canQuitApplication(const std::string& name, std::int32_t pid, bool regular,

@@ -140,10 +140,10 @@ void WorkspaceStore::quitApplication(const RunningItem& item, bool force) {
 }
 
 void WorkspaceStore::stopProcess(const RunningItem& item) {
-    const auto stop = [this, item] {
+    const auto stop = [this, item, programNames = programNamesOf(item)] {
         // The user may have protected it while this waited behind other work.
-        const bool sent =
-            isAddressable(item) && !isKept(item) && m_parts.processControl.requestTermination(referenceTo(item));
+        const bool sent = isAddressable(item) && !isKept(item, programNames) &&
+                          m_parts.processControl.requestTermination(referenceTo(item));
         return ActivityEntry{
             makeActivityId(),
             now(),
@@ -198,16 +198,12 @@ std::vector<RunningApplication> WorkspaceStore::quittableApplications() {
 }
 
 bool WorkspaceStore::mayQuit(const RunningApplication& application) const {
-    // An application is also known by its executable, which only the listing tells.
-    const auto isItsProtectedRow = [&](const RunningItem& row) {
-        return row.app && row.app->processIdentifier == application.processIdentifier &&
-               row.app->startTime == application.startTime && isProtected(row);
-    };
-    const auto& rows = running.get();
-    return canQuitApplication(application.localizedName, application.processIdentifier,
-                              application.activationPolicy == ActivationPolicy::regular,
-                              m_parts.engine.processIdentifier()) &&
-           std::none_of(rows.begin(), rows.end(), isItsProtectedRow);
+    const std::string& executable = application.executable;
+    return canQuitApplication(
+               application.localizedName.empty() ? lastPathComponent(executable) : application.localizedName,
+               application.processIdentifier, application.activationPolicy == ActivationPolicy::regular,
+               m_parts.engine.processIdentifier()) &&
+           !m_parts.engine.isProtected(executable);
 }
 
 void WorkspaceStore::purgeMemoryWithReview() {

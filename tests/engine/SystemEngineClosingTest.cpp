@@ -50,6 +50,19 @@ TEST_F(SystemEngineClosingTest, onlyRegularAppsThatAreAProcessAndNotThisProgramA
     EXPECT_EQ(told(), Texts{"No heavy apps running"});
 }
 
+TEST_F(SystemEngineClosingTest, appWhoseExecutableIsProtectedIsSparedByEveryAction) {
+    engine.setAlwaysKeepApps({"tool"});
+    applications.start(10, "Slack").executable = "/opt/stats/stats";
+    applications.start(11, "Zoom").executable = "/opt/Tool";
+    applications.start(12, "Editor");
+    applications.activate(12);
+    engine.killHeavyApps();
+    engine.keepFrontmostKillRest();
+    EXPECT_TRUE(applications.asked.empty());
+    engine.killEverything();
+    EXPECT_EQ(applications.asked, Pids{12});
+}
+
 TEST_F(SystemEngineClosingTest, devServersAreReviewedAndNotStopped) {
     applications.start(10, "Terminal");
     engine.killDevServers();
@@ -146,6 +159,10 @@ public:
     }
 
     std::string iconOf(const RunningApplication& application) override { return m_applications.iconOf(application); }
+
+    std::vector<std::string> namesOfProgram(const std::string& executable) override {
+        return m_applications.namesOfProgram(executable);
+    }
 
     bool tellsFrontmost() override { return true; }
 

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <map>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/RunningApplications.h"
 
@@ -33,6 +36,11 @@ public:
         return application.iconNames.empty() ? std::string{} : application.iconNames.front();
     }
 
+    [[nodiscard]] std::vector<std::string> namesOfProgram(const std::string& executable) override {
+        const auto found = programNames.find(executable);
+        return found == programNames.end() ? std::vector<std::string>{} : found->second;
+    }
+
     [[nodiscard]] bool tellsFrontmost() override { return frontmostIsTold; }
 
     void observeActivation(ActivationHandler handler) override { m_handler = std::move(handler); }
@@ -55,6 +63,7 @@ public:
     RunningApplication& start(std::int32_t pid, std::string name, std::string bundleIdentifier = {}) {
         applications.push_back({.processIdentifier = pid,
                                 .startTime = nextStartTime++,
+                                .executable = "/usr/bin/app",
                                 .localizedName = std::move(name),
                                 .bundleIdentifier = std::move(bundleIdentifier),
                                 .iconNames = {},
@@ -76,6 +85,7 @@ public:
     }
 
     std::vector<RunningApplication> applications;
+    std::map<std::string, std::vector<std::string>> programNames;  ///< by executable
     std::int32_t frontmost = 0;  ///< 0: none, or hidden by the desktop
     bool frontmostIsTold = true;
     std::set<std::int32_t> declining;  ///< do not accept a request

@@ -21,13 +21,14 @@ std::string statLine(const std::string& name) {
 }
 
 TEST(LinuxProcessIdentity, statIsReadFromItsRecordedLine) {
-    EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine("node")), (Stat{"node", 'S', 78, 25130, 5300, 4600}));
+    EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine("node")), (Stat{"node", 'S', 78, 25130, 5300, 4600, 11}));
 }
 
 TEST(LinuxProcessIdentity, nameOfAProcessMayHoldAnything) {
     for (const std::string name : {"a) R 1 2 3", "(", ")", "a b", "a\nb", "", ") Z 1 1 1 1 1 1 1 1 1 1 1 1", "\xFF\xFE",
                                    "kworker/0:1H-kblockd"}) {
-        EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine(name)), (Stat{name, 'S', 78, 25130, 5300, 4600})) << name;
+        EXPECT_EQ(LinuxProcessIdentity::parseStat(statLine(name)), (Stat{name, 'S', 78, 25130, 5300, 4600, 11}))
+            << name;
     }
 }
 
@@ -113,6 +114,29 @@ TEST_F(LinuxProcessFolderTest, processThatShowsNoExecutableGoesByItsName) {
     static_cast<void>(proc.write("4711/stat", statLine("kthreadd")));
     EXPECT_EQ(LinuxProcessIdentity::executableOf(folder.get()), std::nullopt);
     EXPECT_EQ(LinuxProcessIdentity::commandOf(folder.get()), "kthreadd");
+}
+
+TEST_F(LinuxProcessFolderTest, processWhoseFirstThreadEndedGoesByWhatItsOthersRun) {
+    std::string line = statLine("server");
+    line.replace(line.find(" S "), 3, " Z ");
+    static_cast<void>(proc.write("4711/stat", line));
+    fs::create_directories(proc.path("4711/task/4711"));
+    EXPECT_EQ(LinuxProcessIdentity::commandOf(folder.get()), "server");
+    fs::create_directories(proc.path("4711/task/4720"));
+    link("task/4720/exe", "/opt/server");
+    EXPECT_EQ(LinuxProcessIdentity::commandOf(folder.get()), "/opt/server");
+}
+
+TEST(LinuxProcessIdentity, processHasEndedWhenNoneOfItsThreadsRunsOn) {
+    Stat stat;
+    stat.state = 'Z';
+    EXPECT_TRUE(LinuxProcessIdentity::hasEnded(stat));
+    stat.threads = 2;
+    EXPECT_FALSE(LinuxProcessIdentity::hasEnded(stat));
+    stat.state = 'X';
+    EXPECT_TRUE(LinuxProcessIdentity::hasEnded(stat));
+    stat.state = 'S';
+    EXPECT_FALSE(LinuxProcessIdentity::hasEnded(stat));
 }
 
 TEST_F(LinuxProcessFolderTest, processThatShowsNothingHasNoFacts) {

@@ -45,17 +45,25 @@ protected:
         return std::make_unique<LinuxRunningApplications>(std::move(sources), std::move(installed), procRoot);
     }
 
-    void addProcess(std::int32_t pid, std::uint64_t startTime, char state = 'S', uid_t owner = ::getuid()) const {
+    void addProcess(std::int32_t pid, std::uint64_t startTime, char state = 'S', uid_t owner = ::getuid(),
+                    int threads = 1) const {
         const std::string folder = std::to_string(pid);
         fs::create_directories(proc.path(folder));
-        static_cast<void>(proc.write(folder + "/stat", folder + " (tool) " + state +
-                                                           " 1 1 1 0 -1 4194304 0 0 0 0 1 2 0 0 20 0 1 0 " +
-                                                           std::to_string(startTime) + " 1000 25 0\n"));
+        static_cast<void>(proc.write(folder + "/stat",
+                                     folder + " (tool) " + state + " 1 1 1 0 -1 4194304 0 0 0 0 1 2 0 0 20 0 " +
+                                         std::to_string(threads) + " 0 " + std::to_string(startTime) + " 1000 25 0\n"));
         static_cast<void>(
             proc.write(folder + "/status", "Name:\ttool\nUid:\t" + std::to_string(owner) + "\t0\t0\t0\n"));
         if (!fs::is_symlink(proc.path(folder + "/exe"))) {
             fs::create_symlink("/opt/tool" + folder, proc.path(folder + "/exe"));
         }
+    }
+
+    /// The process becomes another program.
+    void exec(std::int32_t pid, const std::string& executable) const {
+        const std::string link = proc.path(std::to_string(pid) + "/exe");
+        fs::remove(link);
+        fs::create_symlink(executable, link);
     }
 
     void addEntry(const std::string& id, const std::string& more) const {
@@ -85,6 +93,7 @@ TEST_F(LinuxRunningApplicationsTest, applicationIsDescribedByItsEntry) {
     EXPECT_THAT(applications->runningApplications(),
                 ElementsAre(RunningApplication{.processIdentifier = 100,
                                                .startTime = 7,
+                                               .executable = "/opt/tool100",
                                                .localizedName = "Paint",
                                                .bundleIdentifier = "org.example.Paint",
                                                .iconNames = {"paint"},
@@ -174,6 +183,60 @@ TEST_F(LinuxRunningApplicationsTest, endedProcessIsTerminatedReapedOrNot) {
     addProcess(100, 7, 'Z');
     EXPECT_TRUE(applications->isTerminated(started(100, 7)));
     EXPECT_TRUE(applications->isTerminated(started(101, 7)));
+}
+
+TEST_F(LinuxRunningApplicationsTest, processWhoseFirstThreadEndedRunsOn) {
+    addProcess(100, 7, 'Z', ::getuid(), 2);
+    first.applications = {sourced(100, "a")};
+    EXPECT_FALSE(applications->isTerminated(applications->runningApplications().at(0)));
+}
+
+TEST_F(LinuxRunningApplicationsTest, anotherProgramInTheSameProcessIsAnotherApplication) {
+    addProcess(100, 7);
+    addEntry("org.example.Paint", "Name=Paint\nExec=paint\n");
+    first.applications = {sourced(100, "")};
+    const RunningApplication before = applications->runningApplications().at(0);
+    EXPECT_EQ(before.executable, "/opt/tool100");
+    exec(100, "/opt/paint");
+    EXPECT_TRUE(applications->isTerminated(before));
+    const RunningApplication after = applications->runningApplications().at(0);
+    EXPECT_EQ(after.executable, "/opt/paint");
+    EXPECT_EQ(after.localizedName, "Paint");
+    EXPECT_FALSE(applications->isTerminated(after));
+}
+
+TEST_F(LinuxRunningApplicationsTest, programIsNamedByTheEntryThatStartsIt) {
+    addEntry("org.example.Paint", "Name=Paint\nExec=/usr/bin/paint %F\n");
+    addEntry("org.example.Script", "Name=Script\nExec=python3 /opt/script.py\n");
+    EXPECT_THAT(names(), IsEmpty());
+    EXPECT_THAT(applications->namesOfProgram("/usr/bin/paint"), ElementsAre("Paint"));
+    EXPECT_THAT(applications->namesOfProgram("/usr/bin/python3.11"), IsEmpty());
+    EXPECT_THAT(applications->namesOfProgram("/usr/bin/other"), IsEmpty());
+    EXPECT_THAT(applications->namesOfProgram(""), IsEmpty());
+    addEntry("org.example.Other", "Name=Other\nExec=other\n");
+    EXPECT_THAT(names(), IsEmpty());
+    EXPECT_THAT(applications->namesOfProgram("/usr/bin/other"), ElementsAre("Other"));
+}
+
+TEST_F(LinuxRunningApplicationsTest, programKeepsTheNamesItsWindowsHad) {
+    addProcess(100, 7);
+    addEntry("org.example.Paint", "Name=Paint\nExec=paint\n");
+    addEntry("org.example.Tool", "Name=Tool\nExec=tool100\n");
+    EXPECT_THAT(applications->namesOfProgram("/opt/tool100"), IsEmpty());
+    first.applications = {sourced(100, "org.example.Paint")};
+    EXPECT_THAT(names(), ElementsAre("100 Paint"));
+    first.applications = {};
+    EXPECT_THAT(names(), IsEmpty());
+    EXPECT_THAT(applications->namesOfProgram("/opt/tool100"), ElementsAre("Paint", "Tool"));
+    EXPECT_THAT(applications->namesOfProgram("/elsewhere/tool"), IsEmpty());
+}
+
+TEST_F(LinuxRunningApplicationsTest, interpreterDoesNotKeepTheNameOfWhatItRan) {
+    addProcess(100, 7);
+    exec(100, "/usr/bin/python3.11");
+    first.applications = {sourced(100, "Music")};
+    EXPECT_THAT(names(), ElementsAre("100 Music"));
+    EXPECT_THAT(applications->namesOfProgram("/usr/bin/python3.11"), IsEmpty());
 }
 
 TEST_F(LinuxRunningApplicationsTest, applicationIsFoundByAnyOfItsProcesses) {
@@ -291,8 +354,26 @@ TEST_F(RealApplicationsTest, programThatBecameAnotherIsNotForced) {
     changing.write("now\n");
     ASSERT_TRUE(changing.echoes());
     EXPECT_EQ(changing.startTime(), application.startTime);
-    EXPECT_FALSE(applications->forceTerminate(application));
+    first.closable = {changing.pid()};
+    for (const bool isRefreshed : {false, true}) {
+        EXPECT_TRUE(applications->isTerminated(application)) << isRefreshed;
+        EXPECT_FALSE(applications->terminate(application)) << isRefreshed;
+        EXPECT_FALSE(applications->forceTerminate(application)) << isRefreshed;
+        EXPECT_EQ(applications->runningApplications().at(0).executable, changing.command());
+    }
+    EXPECT_THAT(first.asked, IsEmpty());
     EXPECT_TRUE(changing.echoes());
+    EXPECT_TRUE(applications->forceTerminate(applications->runningApplications().at(0)));
+}
+
+TEST_F(RealApplicationsTest, applicationWhoseProgramIsUnknownIsLeftAlone) {
+    RunningApplication application = listed();
+    first.closable = {program.pid()};
+    application.executable.clear();
+    EXPECT_FALSE(applications->isTerminated(application));
+    EXPECT_FALSE(applications->terminate(application));
+    EXPECT_FALSE(applications->forceTerminate(application));
+    EXPECT_TRUE(program.echoes());
 }
 
 TEST_F(RealApplicationsTest, thisProgramAndTheSystemsFirstOnesAreNeverEnded) {

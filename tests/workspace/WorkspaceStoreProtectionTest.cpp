@@ -64,6 +64,18 @@ TEST_F(WorkspaceStoreProtection, aKeptNameInSmallLettersAlsoCountsAsExecutable) 
     EXPECT_TRUE(fixture.store().isProtected(row("NODE")));
 }
 
+TEST_F(WorkspaceStoreProtection, aProcessWithoutAWindowIsProtectedByTheVeryNameOfItsProgram) {
+    fixture.applications.programNames["/usr/bin/app"] = {"Editor", "My Editor"};
+    fixture.store().toggleProtection(row("my editor"));
+    EXPECT_FALSE(fixture.store().isProtected(row("app")));
+    fixture.store().toggleProtection(row("My Editor"));
+    EXPECT_TRUE(fixture.store().isProtected(row("app")));
+    EXPECT_FALSE(fixture.store().isProtected(row("app", "/usr/bin/other")));
+    auto shown = row("Other Name");
+    shown.app = fixture.applications.start(200, "Other Name");
+    EXPECT_FALSE(fixture.store().isProtected(shown));
+}
+
 TEST_F(WorkspaceStoreProtection, protectingIsSavedAtOnce) {
     fixture.store().toggleProtection(row("Safari"));
     EXPECT_EQ(protectedApps(), NameSet{"Safari"});

@@ -118,13 +118,12 @@ TEST_F(WorkspaceStoreQuitOthers, anApplicationStartedWhileTheQuestionIsOpenIsNot
     EXPECT_EQ(asked(), Pids{200});
 }
 
-TEST_F(WorkspaceStoreQuitOthers, anApplicationWhoseExecutableIsProtectedIsSpared) {
-    const auto started = fixture.applications.start(200, "System Monitor").startTime;
+TEST_F(WorkspaceStoreQuitOthers, anApplicationWhoseExecutableIsProtectedIsSparedBeforeAnythingWasListed) {
+    fixture.preferences.values["alwaysKeepApps"] = Preferences::Texts{"tool", "Viewer"};
+    fixture.applications.start(200, "System Monitor").executable = "/opt/stats/stats";
     fixture.applications.start(201, "Mail");
-    fixture.processes.now.processes = {{200, 0, "0.0", "/opt/stats/stats", started},
-                                       {201, 0, "0.0", "/usr/bin/mail", 0}};
-    fixture.store().refreshProcesses();
-    fixture.settle();
+    fixture.applications.start(202, "Shown Otherwise").executable = "/opt/Tool";
+    fixture.applications.start(203, "").executable = "/opt/Viewer";
     quitOthers();
     EXPECT_EQ(asked(), Pids{201});
     EXPECT_EQ(alert().messageText, "Quit 1 other apps?");

@@ -230,6 +230,31 @@ TEST_F(WorkspaceStoreQuit, protectionGivenWhileTheStopWaitsHolds) {
     EXPECT_TRUE(entry().failed);
 }
 
+TEST_F(WorkspaceStoreQuit, aProtectedApplicationWithoutAWindowIsNeitherAskedForNorStopped) {
+    const auto row = startTool(300, "/opt/editor-bin");
+    fixture.applications.programNames["/opt/editor-bin"] = {"My Editor"};
+    fixture.preferences.values["alwaysKeepApps"] = Preferences::Texts{"My Editor"};
+    quit(row);
+    EXPECT_TRUE(fixture.alerts.alerts.empty());
+    expectUntouched();
+}
+
+TEST_F(WorkspaceStoreQuit, protectionOfAnApplicationWithoutAWindowHoldsWhileTheStopWaits) {
+    const auto row = startTool(300, "/opt/editor-bin");
+    fixture.applications.programNames["/opt/editor-bin"] = {"Editor", "My Editor"};
+    const auto app = startApp(200, "My Editor");
+    fixture.alerts.whileOpen = [&] { fixture.store().toggleProtection(app); };
+    quit(row);
+    fixture.alerts.whileOpen = {};
+    expectUntouched();
+    fixture.store().toggleProtection(app);
+    fixture.store().quitApp(row, false);
+    fixture.store().toggleProtection(app);
+    fixture.settle();
+    EXPECT_TRUE(fixture.processControl.requests.empty());
+    EXPECT_TRUE(entry().failed);
+}
+
 TEST_F(WorkspaceStoreQuit, aKeptNameWithCapitalsHoldsWhileTheStopWaits) {
     const auto row = startTool(300, "/opt/Node");
     fixture.store().quitApp(row, false);

@@ -9,6 +9,14 @@
 
 namespace kestrune {
 
+namespace {
+
+const std::string& nameOf(const DesktopEntry& entry) {
+    return isValidUtf8(entry.localizedName) ? entry.localizedName : entry.id;
+}
+
+}  // namespace
+
 DesktopApplications::DesktopApplications(DesktopEntryFolders folders, IconFiles icons)
     : m_folders(std::move(folders)), m_icons(std::move(icons)) {
 }
@@ -28,8 +36,7 @@ ApplicationIdentity DesktopApplications::identityOf(const SourcedApplication& ap
     const std::vector<std::string> programs = programsOf(process);
     const DesktopEntry* const entry = m_index.find(application.hints, programs);
     if (entry != nullptr) {
-        const std::string& name = isValidUtf8(entry->localizedName) ? entry->localizedName : entry->id;
-        return {name, entry->id, {entry->icon}};
+        return {nameOf(*entry), entry->id, {entry->icon}};
     }
     ApplicationIdentity identity;
     for (const std::string& name : {productAt(process.executable), application.name, programs.front()}) {
@@ -40,6 +47,11 @@ ApplicationIdentity DesktopApplications::identityOf(const SourcedApplication& ap
     std::transform(application.hints.begin(), application.hints.end(), std::back_inserter(identity.iconNames),
                    [](const std::string& hint) { return lowerCased(hint); });
     return identity;
+}
+
+std::string DesktopApplications::nameOfProgram(const std::string& executable) const {
+    const DesktopEntry* const entry = m_index.find({}, {lastPathComponent(executable)});
+    return entry == nullptr ? std::string{} : nameOf(*entry);
 }
 
 std::string DesktopApplications::pictureOf(const std::vector<std::string>& iconNames) {

@@ -33,6 +33,9 @@ public:
     [[nodiscard]] ApplicationIdentity identityOf(const SourcedApplication& application,
                                                  const ProcessFacts& process) const;
 
+    /// The name of the desktop entry that starts the program with this executable; empty when there is none.
+    [[nodiscard]] std::string nameOfProgram(const std::string& executable) const;
+
     /// Absolute path of the first of these icons that there is a picture of; empty when there is none.
     [[nodiscard]] std::string pictureOf(const std::vector<std::string>& iconNames);
 

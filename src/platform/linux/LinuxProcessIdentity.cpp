@@ -9,6 +9,7 @@
 #include <climits>
 
 #include "base/WholeNumber.h"
+#include "platform/linux/LinuxDirectoryReader.h"
 
 namespace kestrune::LinuxProcessIdentity {
 
@@ -53,6 +54,23 @@ std::optional<std::string> linkTarget(int folder, const char* name) {
     return std::string(path);
 }
 
+// What the other threads of a process run whose first one has ended, and shows nothing any more.
+std::optional<std::string> executableOfThreads(int folder) {
+    const LinuxFileDescriptor threads(::openat(folder, "task", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!threads) {
+        return std::nullopt;
+    }
+    LinuxDirectoryReader reader(LinuxDirectoryReader::smallBuffer);
+    reader.begin(threads.get());
+    while (const std::optional<DirectoryRecord> thread = reader.next()) {
+        const std::string link = std::string(thread->name) + "/exe";
+        if (std::optional<std::string> path = linkTarget(threads.get(), link.c_str())) {
+            return path;
+        }
+    }
+    return std::nullopt;
+}
+
 // The field up to the next blank, which is taken off text together with it.
 std::string_view takeField(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
@@ -62,6 +80,10 @@ std::string_view takeField(std::string_view& text) {
 }
 
 }  // namespace
+
+bool hasEnded(const Stat& stat) {
+    return stat.state == 'X' || (stat.state == 'Z' && stat.threads <= 1);
+}
 
 std::optional<Stat> parseStat(std::string_view text) {
     // The name stands between the first "(" and the last ")": it may hold either itself.
@@ -87,6 +109,7 @@ std::optional<Stat> parseStat(std::string_view text) {
         return std::nullopt;
     }
     stat.state = fields[firstField].front();
+    stat.threads = wholeNumber<std::int32_t>(fields[20]).value_or(1);
     stat.parent = wholeNumber<std::int32_t>(fields[4]).value_or(0);
     stat.processorTicks = *userTicks + *systemTicks;
     stat.startTime = *startTime;
@@ -126,7 +149,11 @@ std::optional<std::uint32_t> realOwnerOf(int folder) {
 }
 
 std::optional<std::string> executableOf(int folder) {
-    return linkTarget(folder, "exe");
+    if (std::optional<std::string> path = linkTarget(folder, "exe")) {
+        return path;
+    }
+    const std::optional<Stat> stat = statOf(folder);
+    return stat && stat->state == 'Z' && !hasEnded(*stat) ? executableOfThreads(folder) : std::nullopt;
 }
 
 std::optional<std::string> workingDirectoryOf(int folder) {

@@ -21,10 +21,14 @@ struct Stat {
     std::uint64_t processorTicks = 0;  ///< in user and system mode together, in clock ticks
     std::uint64_t startTime = 0;       ///< in clock ticks after the machine was booted
     std::int64_t residentPages = 0;
-    std::int32_t parent = 0;  ///< the process that started it, or took it over; 0: none
+    std::int32_t parent = 0;   ///< the process that started it, or took it over; 0: none
+    std::int32_t threads = 1;  ///< the first one included, also when it ended before the others
 
     bool operator==(const Stat&) const = default;
 };
+
+/// True for a process that only waits to be reaped. One whose first thread ended before the others runs on.
+[[nodiscard]] bool hasEnded(const Stat& stat);
 
 /// Nothing when text is not such a line up to its resident pages.
 [[nodiscard]] std::optional<Stat> parseStat(std::string_view text);

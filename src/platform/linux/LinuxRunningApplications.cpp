@@ -6,6 +6,8 @@
 #include <chrono>
 #include <csignal>
 
+#include "base/Text.h"
+#include "platform/linux/DesktopEntry.h"
 #include "platform/linux/LinuxPinnedProcess.h"
 #include "platform/linux/LinuxProcessIdentity.h"
 #include "platform/linux/ProcessFacts.h"
@@ -17,17 +19,22 @@ namespace {
 // Sources bound what they take, but an application that hangs may be known by dozens of processes.
 constexpr std::chrono::milliseconds longestClosing{500};
 
-bool hasEnded(const LinuxProcessIdentity::Stat& stat) {
-    return stat.state == 'Z' || stat.state == 'X';
+// Bounds for what applications can make the list remember.
+constexpr std::size_t mostPrograms = 4096;
+constexpr std::size_t mostNames = 16;
+
+bool isStill(const LinuxPinnedProcess& process, const RunningApplication& application) {
+    return application.startTime != 0 && !application.executable.empty() &&
+           process.isSame(application.startTime, application.executable);
 }
 
-// The process as long as it is a foreign one that may be ended: of this user, and started then.
+// The process as long as it is a foreign one that may be ended: of this user, started then and running that program.
 std::optional<LinuxPinnedProcess> pinned(const RunningApplication& application) {
     if (application.processIdentifier == ::getpid()) {
         return std::nullopt;
     }
     std::optional<LinuxPinnedProcess> process = LinuxPinnedProcess::open(application.processIdentifier);
-    const bool isMeant = process && process->realOwner() == ::getuid() && process->startedAt(application.startTime);
+    const bool isMeant = process && process->realOwner() == ::getuid() && isStill(*process, application);
     return isMeant ? std::move(process) : std::nullopt;
 }
 
@@ -73,6 +80,25 @@ std::string LinuxRunningApplications::iconOf(const RunningApplication& applicati
     return m_installed.pictureOf(application.iconNames);
 }
 
+std::vector<std::string> LinuxRunningApplications::namesOfProgram(const std::string& executable) {
+    if (const auto known = m_programNames.find(executable); known != m_programNames.end()) {
+        return known->second;
+    }
+    std::set<std::string> names;
+    // What an interpreter runs is not told by its executable.
+    if (!isLauncher(lastPathComponent(executable))) {
+        if (const auto shown = m_shownNames.find(executable); shown != m_shownNames.end()) {
+            names = shown->second;
+        }
+        names.insert(m_installed.nameOfProgram(executable));
+        names.erase("");
+    }
+    if (m_programNames.size() >= mostPrograms) {
+        m_programNames.clear();
+    }
+    return m_programNames.emplace(executable, std::vector(names.begin(), names.end())).first->second;
+}
+
 bool LinuxRunningApplications::tellsFrontmost() {
     return std::any_of(m_sources.begin(), m_sources.end(), [](const auto& source) { return source->tellsFrontmost(); });
 }
@@ -87,7 +113,8 @@ void LinuxRunningApplications::observeActivation(ActivationHandler handler) {
 bool LinuxRunningApplications::isTerminated(const RunningApplication& application) {
     const LinuxFileDescriptor folder = LinuxProcessIdentity::openFolder(application.processIdentifier, m_procRoot);
     const auto stat = folder ? LinuxProcessIdentity::statOf(folder.get()) : std::nullopt;
-    return !stat || hasEnded(*stat) || stat->startTime != application.startTime;
+    return !stat || LinuxProcessIdentity::hasEnded(*stat) || stat->startTime != application.startTime ||
+           (!application.executable.empty() && LinuxProcessIdentity::commandOf(folder.get()) != application.executable);
 }
 
 bool LinuxRunningApplications::terminate(const RunningApplication& application) {
@@ -100,7 +127,7 @@ bool LinuxRunningApplications::terminate(const RunningApplication& application) 
     const std::vector<std::int32_t> others = sourced == nullptr ? std::vector<std::int32_t>{} : sourced->otherPids;
     const auto deadline = std::chrono::steady_clock::now() + longestClosing;
     for (const auto& source : m_sources) {
-        if (source->close(application.processIdentifier, [&] { return process->startedAt(application.startTime); })) {
+        if (source->close(application.processIdentifier, [&] { return isStill(*process, application); })) {
             return true;
         }
         // What the user takes for one application may answer through another of its processes.
@@ -109,7 +136,7 @@ bool LinuxRunningApplications::terminate(const RunningApplication& application) 
                 break;
             }
             const std::optional<LinuxPinnedProcess> other = LinuxPinnedProcess::open(pid);
-            const auto isStillMeant = [&] { return process->startedAt(application.startTime) && !other->hasEnded(); };
+            const auto isStillMeant = [&] { return isStill(*process, application) && !other->hasEnded(); };
             if (other && pid != ::getpid() && other->realOwner() == ::getuid() && source->close(pid, isStillMeant)) {
                 return true;
             }
@@ -120,16 +147,14 @@ bool LinuxRunningApplications::terminate(const RunningApplication& application) 
 
 bool LinuxRunningApplications::forceTerminate(const RunningApplication& application) {
     const std::optional<LinuxPinnedProcess> process = pinned(application);
-    if (!process) {
-        return false;
-    }
-    const auto known = m_known.find(application.processIdentifier);
-    const bool runsAnother = known != m_known.end() && known->second.startTime == application.startTime &&
-                             !process->isSame(application.startTime, known->second.command);
-    return !runsAnother && process->send(SIGKILL);
+    return process && process->send(SIGKILL);
 }
 
 MergedApplications LinuxRunningApplications::ask() {
+    if (m_installed.refresh()) {
+        m_known.clear();
+        m_programNames.clear();
+    }
     MergedApplications merged;
     for (const auto& source : m_sources) {
         merged.add(source->applications());
@@ -143,34 +168,46 @@ MergedApplications LinuxRunningApplications::ask() {
 std::optional<RunningApplication> LinuxRunningApplications::described(const SourcedApplication& application) {
     const LinuxFileDescriptor folder = LinuxProcessIdentity::openFolder(application.pid, m_procRoot);
     const auto stat = folder ? LinuxProcessIdentity::statOf(folder.get()) : std::nullopt;
-    if (!stat || hasEnded(*stat)) {
+    if (!stat || LinuxProcessIdentity::hasEnded(*stat)) {
         return std::nullopt;
     }
-    if (m_installed.refresh()) {
-        m_known.clear();
-    }
+    Known now{stat->startTime, application, LinuxProcessIdentity::commandOf(folder.get()).value_or(std::string{}),
+              std::nullopt};
     const auto known = m_known.find(application.pid);
-    if (known != m_known.end() && known->second.startTime == stat->startTime && known->second.sourced == application) {
+    if (known != m_known.end() && known->second.startTime == now.startTime && known->second.command == now.command &&
+        known->second.sourced == application) {
         return known->second.application;
     }
-    return m_known.insert_or_assign(application.pid, lookUp(application, folder.get(), stat->startTime))
-        .first->second.application;
+    if (LinuxProcessIdentity::realOwnerOf(folder.get()) == ::getuid()) {
+        now.application = lookUp(now);
+        rememberName(*now.application);
+    }
+    return m_known.insert_or_assign(application.pid, std::move(now)).first->second.application;
 }
 
-LinuxRunningApplications::Known LinuxRunningApplications::lookUp(const SourcedApplication& application, int folder,
-                                                                 std::uint64_t startTime) {
-    Known known{startTime, application, LinuxProcessIdentity::commandOf(folder).value_or(std::string{}), std::nullopt};
-    if (LinuxProcessIdentity::realOwnerOf(folder) == ::getuid()) {
-        const std::string path = std::string(m_procRoot).append("/").append(std::to_string(application.pid));
-        const ApplicationIdentity identity = m_installed.identityOf(application, readProcessFacts(path));
-        known.application = RunningApplication{.processIdentifier = application.pid,
-                                               .startTime = startTime,
-                                               .localizedName = identity.name,
-                                               .bundleIdentifier = identity.identifier,
-                                               .iconNames = identity.iconNames,
-                                               .activationPolicy = application.policy};
+RunningApplication LinuxRunningApplications::lookUp(const Known& known) const {
+    const std::int32_t pid = known.sourced.pid;
+    const std::string path = std::string(m_procRoot).append("/").append(std::to_string(pid));
+    const ApplicationIdentity identity = m_installed.identityOf(known.sourced, readProcessFacts(path));
+    return {.processIdentifier = pid,
+            .startTime = known.startTime,
+            .executable = known.command,
+            .localizedName = identity.name,
+            .bundleIdentifier = identity.identifier,
+            .iconNames = identity.iconNames,
+            .activationPolicy = known.sourced.policy};
+}
+
+void LinuxRunningApplications::rememberName(const RunningApplication& application) {
+    const std::string& executable = application.executable;
+    if (application.activationPolicy != ActivationPolicy::regular || application.localizedName.empty() ||
+        (m_shownNames.size() >= mostPrograms && !m_shownNames.contains(executable))) {
+        return;
     }
-    return known;
+    std::set<std::string>& names = m_shownNames[executable];
+    if (names.size() < mostNames && names.insert(application.localizedName).second) {
+        m_programNames.erase(executable);
+    }
 }
 
 std::optional<RunningApplication> LinuxRunningApplications::describedWithProcess(std::int32_t pid) {

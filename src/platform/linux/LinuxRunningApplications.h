@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,6 +29,7 @@ public:
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
     [[nodiscard]] std::optional<RunningApplication> application(std::int32_t processIdentifier) override;
     [[nodiscard]] std::string iconOf(const RunningApplication& application) override;
+    [[nodiscard]] std::vector<std::string> namesOfProgram(const std::string& executable) override;
     [[nodiscard]] bool tellsFrontmost() override;
     void observeActivation(ActivationHandler handler) override;
     [[nodiscard]] bool isTerminated(const RunningApplication& application) override;
@@ -35,17 +37,18 @@ public:
     [[nodiscard]] bool forceTerminate(const RunningApplication& application) override;
 
 private:
-    /// What was found out about a process, good for as long as it runs and its sources say the same.
+    /// What was found out about a process, good for as long as it runs the same program and its sources say the same.
     struct Known {
         std::uint64_t startTime = 0;
         SourcedApplication sourced;
-        std::string command;  ///< what its process ran then
+        std::string command;  ///< what its process runs
         std::optional<RunningApplication> application;
     };
 
     [[nodiscard]] MergedApplications ask();
     [[nodiscard]] std::optional<RunningApplication> described(const SourcedApplication& application);
-    [[nodiscard]] Known lookUp(const SourcedApplication& application, int folder, std::uint64_t startTime);
+    [[nodiscard]] RunningApplication lookUp(const Known& known) const;
+    void rememberName(const RunningApplication& application);
     [[nodiscard]] std::optional<RunningApplication> describedWithProcess(std::int32_t pid);
     void tellActivation(std::int32_t pid);
 
@@ -53,6 +56,8 @@ private:
     DesktopApplications m_installed;
     std::string m_procRoot;
     std::map<std::int32_t, Known> m_known;
+    std::map<std::string, std::set<std::string>> m_shownNames;       ///< by executable, since this object was made
+    std::map<std::string, std::vector<std::string>> m_programNames;  ///< what namesOfProgram() answered
     ActivationHandler m_handler;
     std::pair<std::int32_t, std::uint64_t> m_lastActivated;  ///< pid and start time
 };
