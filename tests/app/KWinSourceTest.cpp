@@ -104,10 +104,31 @@ TEST_F(KWinSourceTest, theScriptsFileIsGoneOnceItRuns) {
 TEST_F(KWinSourceTest, eachChangeOfTheFrontIsToldOnce) {
     observe();
     ASSERT_TRUE(isListing(100));
-    for (const int active : {100, 200, 200, 0, 100}) {
+    for (const int active : {200, 0, 100}) {
         m_kwin->report(desktop(active));
+        const std::optional<std::int32_t> front = active == 0 ? std::nullopt : std::optional(active);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return m_source.frontmost() == front; })) << active;
     }
-    EXPECT_TRUE(QTest::qWaitFor([this] { return m_told == std::vector<std::int32_t>{100, 200, 100}; }));
+    EXPECT_EQ(m_told, (std::vector<std::int32_t>{100, 200, 100}));
+}
+
+TEST_F(KWinSourceTest, whateverIsReportedRightAfterAReportIsOneChange) {
+    observe();
+    ASSERT_TRUE(isListing(100));
+    for (int i = 0; i < 50; ++i) {
+        m_kwin->report(desktop(200));
+        m_kwin->report(desktop(100));
+    }
+    m_kwin->report(desktop(200));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_told == std::vector<std::int32_t>{100, 200}; }));
+}
+
+TEST_F(KWinSourceTest, aReportThatIsTooLongTakesNoOthersPlace) {
+    observe();
+    ASSERT_TRUE(isListing(100));
+    m_kwin->report(desktop(200));
+    m_kwin->report(QString(KWinScripts::longestReport + 1, QLatin1Char(' ')));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_told == std::vector<std::int32_t>{100, 200}; }));
 }
 
 TEST_F(KWinSourceTest, aReportOfAnybodyElseIsRefused) {

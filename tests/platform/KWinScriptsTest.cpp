@@ -49,6 +49,17 @@ TEST(KWinScripts, whatIsNoReportTellsNothing) {
         std::nullopt);
 }
 
+TEST(KWinScripts, ofMoreThanAnyDesktopShowsTheFirstAreRead) {
+    const QString window = reportWith(QStringLiteral(R"("pid":7,"names":[%1"z"])"))
+                               .mid(1)
+                               .chopped(1)
+                               .arg(QStringLiteral(R"("a","b","c","d","e","f","g","h",)"));
+    const auto windows = KWinScripts::parseReport(QStringLiteral("[") + (window + QLatin1Char(',')).repeated(1'100) +
+                                                  window + QLatin1Char(']'));
+    ASSERT_EQ(windows.value().size(), KWinScripts::mostWindows);
+    EXPECT_EQ(windows.value().front().names, (std::vector<std::string>{"a", "b", "c", "d", "e", "f", "g", "h"}));
+}
+
 TEST(KWinScripts, scriptsSpeakOfTheirTargetsOnlyAsQuotedText) {
     const QString script = KWinScripts::listing(QStringLiteral(":1.7"), QStringLiteral("/a\"b"), QStringLiteral("c.d"));
     EXPECT_TRUE(script.endsWith(QStringLiteral(R"(})([":1.7","/a\"b","c.d"]);)") + QLatin1Char('\n')))

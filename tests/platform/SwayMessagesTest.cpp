@@ -57,15 +57,34 @@ TEST(SwayMessages, anotherMagicTextBreaksTheConnectionAtItsFirstByte) {
     EXPECT_EQ(messages.take(), std::nullopt);
 }
 
-TEST(SwayMessages, aPayloadOfSixteenMebibytesIsWaitedFor) {
+TEST(SwayMessages, aLongRowOfTinyOnesIsTakenWithoutMovingTheRestEachTime) {
+    constexpr std::size_t count = 1'000'000;
+    const std::string tiny = swayFrame(7, {});
+    std::string bytes;
+    bytes.reserve(count * tiny.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        bytes += tiny;
+    }
     SwayMessages messages;
-    messages.add(headOf(std::uint32_t{16} << 20U));
+    messages.add(bytes);
+    std::size_t taken = 0;
+    while (messages.take()) {
+        ++taken;
+    }
+    EXPECT_EQ(taken, count);
+    messages.add(swayFrame(4, "{}"));
+    EXPECT_EQ(messages.take(), (SwayMessage{4, "{}"}));
+}
+
+TEST(SwayMessages, aPayloadOfOneMebibyteIsWaitedFor) {
+    SwayMessages messages;
+    messages.add(headOf(std::uint32_t{1} << 20U));
     EXPECT_EQ(messages.take(), std::nullopt);
     EXPECT_FALSE(messages.isBroken());
 }
 
 TEST(SwayMessages, aLongerPayloadIsNotWaitedFor) {
-    for (const std::uint32_t length : {(std::uint32_t{16} << 20U) + 1, std::uint32_t{0xffff'ffff}}) {
+    for (const std::uint32_t length : {(std::uint32_t{1} << 20U) + 1, std::uint32_t{0xffff'ffff}}) {
         SwayMessages messages;
         messages.add(headOf(length));
         EXPECT_EQ(messages.take(), std::nullopt);

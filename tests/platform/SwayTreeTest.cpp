@@ -108,4 +108,14 @@ TEST(SwayTree, aCommandIsDeliveredWhenOneOfItsPartsWas) {
     }
 }
 
+TEST(SwayTree, ofMoreWindowsThanAnyDesktopShowsTheFirstAreListed) {
+    std::string windows;
+    for (std::size_t i = 1; i <= SwayTree::mostWindows + 1; ++i) {
+        windows += (i > 1 ? "," : "") + std::string(R"({"id":)") + std::to_string(i) + R"(,"pid":7})";
+    }
+    const std::vector<Window> found = SwayTree::windows(R"({"nodes":[)" + windows + "]}");
+    ASSERT_EQ(found.size(), SwayTree::mostWindows);
+    EXPECT_EQ(found.back().container, 1'024);
+}
+
 }  // namespace kestrune

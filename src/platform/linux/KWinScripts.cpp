@@ -54,6 +54,9 @@ const QString closingText = QStringLiteral(R"((function (ids) {
 })(%1);
 )");
 
+// The listing script reports two.
+constexpr qsizetype mostNames = 8;
+
 QString asList(const QStringList& texts) {
     return QString::fromUtf8(QJsonDocument(QJsonArray::fromStringList(texts)).toJson(QJsonDocument::Compact));
 }
@@ -67,8 +70,9 @@ std::optional<Window> windowIn(const QJsonObject& object) {
     }
     window.id = id.toString();
     window.pid = static_cast<std::int32_t>(pid);
-    for (const auto& value : object.value(QLatin1String("names")).toArray()) {
-        const std::string name = value.toString().toStdString();
+    const QJsonArray names = object.value(QLatin1String("names")).toArray();
+    for (qsizetype i = 0; i < std::min(names.size(), mostNames); ++i) {
+        const std::string name = names.at(i).toString().toStdString();
         if (!name.empty() && std::find(window.names.begin(), window.names.end(), name) == window.names.end()) {
             window.names.push_back(name);
         }
@@ -90,14 +94,15 @@ QString closing(const QStringList& ids) {
 }
 
 std::optional<std::vector<Window>> parseReport(const QString& report) {
-    constexpr qsizetype longest = qsizetype{1} << 20U;
-    const QJsonDocument document = report.size() > longest ? QJsonDocument() : QJsonDocument::fromJson(report.toUtf8());
+    const QJsonDocument document =
+        report.size() > longestReport ? QJsonDocument() : QJsonDocument::fromJson(report.toUtf8());
     if (!document.isArray()) {
         return std::nullopt;
     }
     std::vector<Window> windows;
-    for (const auto& value : document.array()) {
-        if (std::optional<Window> window = windowIn(value.toObject())) {
+    const QJsonArray reported = document.array();
+    for (auto value = reported.begin(); value != reported.end() && windows.size() < mostWindows; ++value) {
+        if (std::optional<Window> window = windowIn((*value).toObject())) {
             windows.push_back(std::move(*window));
         }
     }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -31,6 +32,12 @@ struct Window {
 
 /// Asks the windows with these ids to close, as their close buttons would.
 [[nodiscard]] QString closing(const QStringList& ids);
+
+/// A longer report, in UTF-16 units, is none.
+inline constexpr qsizetype longestReport = qsizetype{1} << 20U;
+
+/// More windows of a report are not looked at.
+inline constexpr std::size_t mostWindows = 1'024;
 
 /// Nothing for what the listing script cannot have reported.
 [[nodiscard]] std::optional<std::vector<Window>> parseReport(const QString& report);

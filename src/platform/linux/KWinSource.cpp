@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "platform/linux/SessionBusCalls.h"
 
@@ -23,6 +24,9 @@ const QString reportInterface = QStringLiteral("com.torvandelsyn.kestrune.Window
 
 // KWin answers within some milliseconds unless the whole desktop hangs.
 constexpr std::chrono::milliseconds longestWait{250};
+
+// What came together within that time is one change to whoever looks at the screen.
+constexpr std::chrono::milliseconds pause{200};
 
 QDBusMessage runMessage(const QString& owner, const QString& folder, int number) {
     return QDBusMessage::createMethodCall(owner, folder + QString::number(number),
@@ -55,13 +59,22 @@ bool KWinSource::Reports::handleMessage(const QDBusMessage& message, const QDBus
         message.member() != QLatin1String("Report") || message.signature() != QLatin1String("s")) {
         return false;
     }
-    connection.send(message.createReply());
-    m_source.takeReport(message.arguments().first().toString());
+    if (message.isReplyRequired()) {
+        connection.send(message.createReply());
+    }
+    m_source.receive(message.arguments().first().toString());
     return true;
 }
 
 KWinSource::KWinSource(bool isWayland, const std::string& scriptFolder)
     : m_isWayland(isWayland), m_scriptFolder(QString::fromStdString(scriptFolder)) {
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pause);
+    QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] {
+        if (m_waitingReport) {
+            takeReport(*std::exchange(m_waitingReport, std::nullopt));
+        }
+    });
 }
 
 KWinSource::~KWinSource() {
@@ -166,6 +179,7 @@ void KWinSource::setOwner(const QString& owner) {
         return;
     }
     m_owner = owner;
+    m_waitingReport.reset();
     m_windows.reset();
     m_active.reset();
     m_listingFile.reset();
@@ -201,7 +215,19 @@ void KWinSource::runListing(int number) {
     });
 }
 
+void KWinSource::receive(const QString& report) {
+    if (report.size() > KWinScripts::longestReport) {
+        return;
+    }
+    if (m_pause.isActive()) {
+        m_waitingReport = report;
+    } else {
+        takeReport(report);
+    }
+}
+
 void KWinSource::takeReport(const QString& report) {
+    m_pause.start();
     std::optional<std::vector<KWinScripts::Window>> windows = KWinScripts::parseReport(report);
     if (!windows) {
         return;

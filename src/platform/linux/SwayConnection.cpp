@@ -63,8 +63,8 @@ std::optional<std::string> SwayConnection::ask(std::uint32_t type, std::string_v
 }
 
 bool SwayConnection::receive() {
-    // Enough for the largest reply; whoever sends more at once is heard again.
-    constexpr int mostReads = 512;
+    // Whoever sends more at once is heard again.
+    constexpr int mostReads = 8;
     char buffer[32'768];
     for (int reads = 0; reads < mostReads; ++reads) {
         const ssize_t count = ::recv(m_socket.get(), buffer, sizeof buffer, 0);

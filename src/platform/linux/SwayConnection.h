@@ -24,7 +24,7 @@ public:
     /// none within limit; the connection is of no further use then.
     [[nodiscard]] std::optional<std::string> ask(std::uint32_t type, std::string_view payload, Milliseconds limit);
 
-    /// Takes in what has arrived, without waiting. False when the other side is gone.
+    /// Takes in what has arrived, 256 KiB at most, without waiting. False when the other side is gone.
     [[nodiscard]] bool receive();
 
     /// The next message that has arrived.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace kestrune {
 
@@ -32,22 +33,29 @@ std::string swayFrame(std::uint32_t type, std::string_view payload) {
     return bytes;
 }
 
+void SwayMessages::add(std::string_view bytes) {
+    m_bytes.erase(0, std::exchange(m_taken, 0));
+    m_bytes += bytes;
+}
+
 std::optional<SwayMessage> SwayMessages::take() {
-    const std::size_t known = std::min(m_bytes.size(), magic.size());
-    m_isBroken = m_isBroken || m_bytes.compare(0, known, magic, 0, known) != 0;
-    if (m_isBroken || m_bytes.size() < headLength) {
+    const std::size_t left = m_bytes.size() - m_taken;
+    const std::size_t known = std::min(left, magic.size());
+    m_isBroken = m_isBroken || m_bytes.compare(m_taken, known, magic, 0, known) != 0;
+    if (m_isBroken || left < headLength) {
         return std::nullopt;
     }
-    const std::size_t length = numberAt(m_bytes, magic.size());
+    const std::size_t length = numberAt(m_bytes, m_taken + magic.size());
     if (length > longestPayload) {
         m_isBroken = true;
         return std::nullopt;
     }
-    if (m_bytes.size() - headLength < length) {
+    if (left - headLength < length) {
         return std::nullopt;
     }
-    SwayMessage message{numberAt(m_bytes, magic.size() + sizeof(std::uint32_t)), m_bytes.substr(headLength, length)};
-    m_bytes.erase(0, headLength + length);
+    SwayMessage message{numberAt(m_bytes, m_taken + magic.size() + sizeof(std::uint32_t)),
+                        m_bytes.substr(m_taken + headLength, length)};
+    m_taken += headLength + length;
     return message;
 }
 

@@ -22,9 +22,9 @@ struct SwayMessage {
 class SwayMessages final {
 public:
     /// A longer payload breaks the connection: the windows of a desktop take some ten thousand bytes.
-    static constexpr std::size_t longestPayload = std::size_t{16} << 20U;
+    static constexpr std::size_t longestPayload = std::size_t{1} << 20U;
 
-    void add(std::string_view bytes) { m_bytes += bytes; }
+    void add(std::string_view bytes);
 
     /// The next whole message; nothing while it is not all there, and nothing ever again once broken.
     [[nodiscard]] std::optional<SwayMessage> take();
@@ -34,6 +34,7 @@ public:
 
 private:
     std::string m_bytes;
+    std::size_t m_taken = 0;  ///< how many of them, at the front, take() has passed
     bool m_isBroken = false;
 };
 

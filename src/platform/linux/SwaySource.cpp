@@ -18,7 +18,20 @@ constexpr std::uint32_t windowEvent = 0x8000'0003;
 // sway answers within a millisecond unless the whole desktop hangs; to close an application takes two questions.
 constexpr std::chrono::milliseconds longestWait{120};
 
+// What came together within that time is one change to whoever looks at the screen.
+constexpr std::chrono::milliseconds pause{200};
+
 }  // namespace
+
+SwaySource::SwaySource(std::string socketPath) : m_path(std::move(socketPath)) {
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pause);
+    QObject::connect(&m_pause, &QTimer::timeout, &m_pause, [this] {
+        if (m_notifier) {
+            m_notifier->setEnabled(true);
+        }
+    });
+}
 
 SwaySource::~SwaySource() = default;
 
@@ -99,11 +112,11 @@ void SwaySource::listen() {
         return;
     }
     m_notifier = std::make_unique<QSocketNotifier>(m_events->descriptor(), QSocketNotifier::Read);
+    m_notifier->setEnabled(!m_pause.isActive());
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { hear(); });
 }
 
 void SwaySource::stopListening() {
-    m_notifier->setEnabled(false);
     // It is what calls us right now.
     m_notifier.release()->deleteLater();
     m_events.reset();
@@ -111,17 +124,31 @@ void SwaySource::stopListening() {
 
 void SwaySource::hear() {
     const bool isOpen = m_events->receive();
-    while (const std::optional<SwayMessage> message = m_events->take()) {
-        const std::optional<std::int32_t> pid =
-            message->type == windowEvent ? SwayTree::focusedProcess(message->payload) : std::nullopt;
-        if (pid && pid != m_told) {
-            m_told = pid;
-            m_handler(*pid);
-        }
-    }
+    const std::optional<std::int32_t> pid = lastFocused();
+    m_pause.start();
+    m_notifier->setEnabled(false);
     if (!isOpen || m_events->isBroken()) {
         stopListening();
     }
+    if (pid && pid != m_told) {
+        m_told = pid;
+        m_handler(*pid);
+    }
+}
+
+std::optional<std::int32_t> SwaySource::lastFocused() {
+    std::vector<std::string> events;
+    while (std::optional<SwayMessage> message = m_events->take()) {
+        if (message->type == windowEvent) {
+            events.push_back(std::move(message->payload));
+        }
+    }
+    for (auto event = events.rbegin(); event != events.rend(); ++event) {
+        if (const std::optional<std::int32_t> pid = SwayTree::focusedProcess(*event)) {
+            return pid;
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace kestrune

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/linux/ApplicationSource.h"
@@ -15,11 +15,12 @@
 namespace kestrune {
 
 /// The windows of sway, over its own socket. i3 listens at such a socket too, but names no processes there: its windows
-/// are X11's business. Main thread.
+/// are X11's business. Whoever is behind the socket costs little, whatever it sends: what one look finds is bounded, of
+/// the events that came together the last one counts, and the next ones are heard 200 ms later. Main thread.
 class SwaySource final : public ApplicationSource {
 public:
     /// The socket's path is what $SWAYSOCK says.
-    explicit SwaySource(std::string socketPath) : m_path(std::move(socketPath)) {}
+    explicit SwaySource(std::string socketPath);
 
     ~SwaySource() override;
 
@@ -37,6 +38,7 @@ private:
     void listen();
     void stopListening();
     void hear();
+    [[nodiscard]] std::optional<std::int32_t> lastFocused();
 
     std::string m_path;
     bool m_isAnswering = false;  ///< as of the last question for the windows
@@ -44,6 +46,7 @@ private:
     std::optional<std::int32_t> m_told;  ///< the process the handler was last called with
     std::optional<SwayConnection> m_events;
     std::unique_ptr<QSocketNotifier> m_notifier;  ///< goes before the descriptor it watches
+    QTimer m_pause;                               ///< between two times of hearing
 };
 
 }  // namespace kestrune

@@ -63,7 +63,7 @@ bool saysSuccess(const QJsonValue& answer) {
 std::vector<Window> windows(std::string_view reply) {
     std::vector<Window> found;
     std::vector<QJsonObject> containers{parsed(reply).object()};
-    while (!containers.empty()) {
+    while (!containers.empty() && found.size() < mostWindows) {
         const QJsonObject container = containers.back();
         containers.pop_back();
         if (std::optional<Window> window = windowIn(container)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,8 +23,11 @@ struct Window {
     bool operator==(const Window&) const = default;
 };
 
-/// The windows in a reply to GET_TREE, in its order: workspace by workspace, floating ones last. Containers without a
-/// process, as of i3, which names none, are no windows.
+/// More windows of a reply are not looked at.
+inline constexpr std::size_t mostWindows = 1'024;
+
+/// The windows in a reply to GET_TREE, in its order: workspace by workspace, floating ones last; mostWindows of them at
+/// most. Containers without a process, as of i3, which names none, are no windows.
 [[nodiscard]] std::vector<Window> windows(std::string_view reply);
 
 /// The process that a window event says has the focus now; nothing for other events.
