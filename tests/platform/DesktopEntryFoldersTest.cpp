@@ -66,6 +66,36 @@ TEST_F(DesktopEntryFoldersTest, whatOnlyLooksLikeAnEntryIsNotWaitedFor) {
     EXPECT_EQ(names(), (std::vector<std::string>{"f=Binary", "g=Large"}));
 }
 
+TEST_F(DesktopEntryFoldersTest, onlyFilesThatChangedAreReadAgain) {
+    const std::string same = own.write("a.desktop", entryText("One"));
+    const std::string other = own.write("b.desktop", entryText("Two"));
+    ASSERT_EQ(names(), (std::vector<std::string>{"a=One", "b=Two"}));
+    const auto time = fs::last_write_time(same);
+    static_cast<void>(own.write("a.desktop", entryText("Ten")));
+    static_cast<void>(own.write("b.desktop", entryText("Twenty")));
+    static_cast<void>(own.write("c.desktop", entryText("Three")));
+    fs::last_write_time(same, time);
+    EXPECT_EQ(names(), (std::vector<std::string>{"a=One", "b=Twenty", "c=Three"}));
+    fs::remove(other);
+    EXPECT_EQ(names(), (std::vector<std::string>{"a=One", "c=Three"}));
+}
+
+TEST_F(DesktopEntryFoldersTest, ofMoreFilesThanAnyDesktopHasTheFirstAreKnown) {
+    for (int i = 0; i < 4'100; ++i) {
+        static_cast<void>(own.write(std::to_string(10'000 + i) + ".desktop", entryText("App")));
+    }
+    EXPECT_EQ(names().size(), 4'096U);
+}
+
+TEST_F(DesktopEntryFoldersTest, noMoreThanSixteenMebibytesAreReadAtOnce) {
+    const std::string text = entryText("App");
+    const std::string padded = text + std::string((1U << 18U) - text.size(), '#');
+    for (int i = 0; i < 70; ++i) {
+        static_cast<void>(own.write(std::to_string(100 + i) + ".desktop", padded));
+    }
+    EXPECT_EQ(names().size(), 64U);
+}
+
 TEST_F(DesktopEntryFoldersTest, usersOwnFolderComesFirst) {
     const std::vector<std::string> standard = DesktopEntryFolders::standard("/home/u");
     ASSERT_GE(standard.size(), 5U);

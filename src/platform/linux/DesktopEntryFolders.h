@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,9 +12,10 @@
 
 namespace kestrune {
 
-/// The .desktop files of some folders, read again when one of the folders changes. Files in folders below them are not
-/// looked at. Anybody may have written the files: at most 10,000 of a folder are read, of each the first 256 KiB, and
-/// only regular files are opened. One thread at a time.
+/// The .desktop files of some folders. When one of the folders changes, its files that changed are read again. Files in
+/// folders below them are not looked at. Anybody may have written the files: 4,096 of them are known at most, of each
+/// its first 256 KiB, no more are read once a refresh has read 16 MiB, and only regular files are opened. One thread at
+/// a time.
 class DesktopEntryFolders final {
 public:
     /// folders, the user's own first. languages as parseDesktopEntry takes them.
@@ -30,9 +34,30 @@ public:
     [[nodiscard]] std::vector<DesktopEntry> takeEntries() { return std::exchange(m_entries, {}); }
 
 private:
+    /// Tells whether a file is still the one that was read.
+    struct Stamp {
+        std::uint64_t device = 0;
+        std::uint64_t inode = 0;
+        std::int64_t changed = 0;  ///< nanoseconds
+        std::int64_t size = 0;
+
+        bool operator==(const Stamp&) const = default;
+    };
+
+    struct File {
+        Stamp stamp;
+        std::optional<DesktopEntry> entry;  ///< nothing for a file that holds none
+    };
+
+    using Files = std::map<std::string, File>;  ///< by path
+
+    [[nodiscard]] static std::optional<Stamp> stampOf(const std::string& path);
+    [[nodiscard]] std::optional<File> read(const std::string& path, const Stamp& stamp, std::size_t& bytesLeft) const;
+
     std::vector<std::string> m_folders;
     std::vector<std::string> m_languages;
     std::vector<std::int64_t> m_times;  ///< of change, nanoseconds, as of the last reading; empty before the first
+    Files m_files;                      ///< as of the last reading
     std::vector<DesktopEntry> m_entries;
 };
 
