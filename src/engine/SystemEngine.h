@@ -3,11 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "base/Clock.h"
+#include "engine/AppProtection.h"
 #include "engine/TelemetryRecords.h"
 #include "platform/HostStatistics.h"
 #include "platform/MainQueue.h"
@@ -93,6 +95,9 @@ public:
     /// The names the user never wants closed. Any thread.
     [[nodiscard]] std::vector<std::string> alwaysKeepApps() const;
 
+    /// The same, to compare many with: made once and kept until a setting changes. Any thread.
+    [[nodiscard]] std::shared_ptr<const AppProtection::NameSet> keptNames() const;
+
     /// False when the list could not be saved. Any thread.
     bool setAlwaysKeepApps(const std::vector<std::string>& names);
 
@@ -161,6 +166,10 @@ private:
     std::optional<CpuTicks> m_lastCPUTicks;
     std::int32_t m_lastExternalActivePid = 0;         ///< 0 until the user turned to another application
     std::uint64_t m_lastExternalActiveStartTime = 0;  ///< of that very process
+    mutable std::mutex m_keptLock;
+    mutable std::shared_ptr<const AppProtection::NameSet>
+        m_kept;  ///< as of m_keptRevision; nothing before the first use
+    mutable std::uint64_t m_keptRevision = 0;
     std::shared_ptr<Alive> m_alive = std::make_shared<Alive>();
 };
 

@@ -1,7 +1,6 @@
 #include <utility>
 
 #include "engine/AppClosing.h"
-#include "engine/AppProtection.h"
 #include "engine/SystemEngine.h"
 #include "engine/TopProcesses.h"
 
@@ -14,11 +13,23 @@ const std::string alwaysKeepKey = "alwaysKeepApps";
 }  // namespace
 
 bool SystemEngine::isProtected(const std::string& nameOrPath) const {
-    return AppProtection::isProtected(nameOrPath, alwaysKeepApps());
+    return AppProtection::isProtected(nameOrPath, *keptNames());
 }
 
 std::vector<std::string> SystemEngine::alwaysKeepApps() const {
     return m_parts.preferences.texts(alwaysKeepKey).value_or(Preferences::Texts{});
+}
+
+std::shared_ptr<const AppProtection::NameSet> SystemEngine::keptNames() const {
+    const std::scoped_lock guard(m_keptLock);
+    // Asked first: what changes between the two is read at the next call.
+    const std::uint64_t revision = m_parts.preferences.revision();
+    if (!m_kept || m_keptRevision != revision) {
+        const std::vector<std::string> names = alwaysKeepApps();
+        m_kept = std::make_shared<const AppProtection::NameSet>(names.begin(), names.end());
+        m_keptRevision = revision;
+    }
+    return m_kept;
 }
 
 bool SystemEngine::setAlwaysKeepApps(const std::vector<std::string>& names) {

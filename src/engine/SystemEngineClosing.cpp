@@ -16,10 +16,10 @@ const std::string programName = "Kestrune";
 
 std::vector<RunningApplication> SystemEngine::closingCandidates() {
     std::vector<RunningApplication> candidates = m_parts.runningApplications.runningApplications();
-    const std::vector<std::string> kept = alwaysKeepApps();
+    const std::shared_ptr<const AppProtection::NameSet> kept = keptNames();
     std::erase_if(candidates, [&](const RunningApplication& application) {
         return application.activationPolicy != ActivationPolicy::regular || isThisProgram(application) ||
-               AppProtection::sparesApplication(application.localizedName, kept) ||
+               AppProtection::sparesApplication(application.localizedName, *kept) ||
                AppProtection::isProtected(application.executable, kept);
     });
     return candidates;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,8 +10,8 @@
 namespace kestrune {
 
 /// The one store of the user's settings. Texts are bytes: a path need not be valid UTF-8. A value of another type
-/// than asked for reads as absent. Every set is durable when it returns true; false means that it holds for this
-/// session only. Any thread.
+/// than asked for reads as absent, and so does an element of another type in a list of texts. Every set is durable when
+/// it returns true; false means that it holds for this session only. Any thread.
 class Preferences {
 public:
     using Texts = std::vector<std::string>;
@@ -26,6 +27,9 @@ public:
 
     /// A window frame: x, y, width, height in device-independent pixels.
     [[nodiscard]] virtual std::optional<std::vector<double>> numbers(const std::string& key) const = 0;
+
+    /// Another number whenever a value may have changed since, so that what was made of one need not be made again.
+    [[nodiscard]] virtual std::uint64_t revision() const = 0;
 
     virtual bool setBoolean(const std::string& key, bool value) = 0;
     virtual bool setTexts(const std::string& key, const Texts& value) = 0;

@@ -1,16 +1,15 @@
 #include "ui/AppIcon.h"
 
 #include <QCache>
-#include <QFileInfo>
-#include <QImageReader>
 #include <QPainter>
 #include <QPixmap>
-#include <QSvgRenderer>
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
+#include "ui/IconPicture.h"
 #include "ui/Icons.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
@@ -21,8 +20,6 @@ namespace kestrune::AppIcon {
 namespace {
 
 constexpr int cachedIcons = 600;
-constexpr qint64 largestFile = 4'000'000;  // bytes
-constexpr int largestSide = 4096;
 constexpr double radius = 7;
 constexpr int symbolSize = 18;
 
@@ -51,48 +48,16 @@ const Ground& groundOf(std::string_view name) {
     return grounds.at((mixed >> 16U) % grounds.size());
 }
 
-QPixmap drawing(const QString& path, int pixels) {
-    QSvgRenderer renderer(path);
-    if (!renderer.isValid()) {
-        return {};
-    }
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-    QPixmap result(pixels, pixels);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    renderer.render(&painter, QRectF(0, 0, pixels, pixels));
-    return result;
-}
-
-QPixmap photo(const QString& path, int pixels) {
-    QImageReader reader(path);
-    const QSize size = reader.size();
-    if (!size.isValid() || size.width() > largestSide || size.height() > largestSide) {
-        return {};
-    }
-    const QImage image = reader.read();
-    return image.isNull()
-               ? QPixmap()
-               : QPixmap::fromImage(image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-}
-
-QPixmap loaded(const QString& path, int pixels) {
-    const QFileInfo file(path);
-    if (!file.isFile() || file.size() > largestFile) {
-        return {};
-    }
-    return file.suffix().startsWith(QLatin1String("svg")) ? drawing(path, pixels) : photo(path, pixels);
-}
-
 // Nothing when there is no such picture, which is kept in mind as well.
-QPixmap icon(const QString& path, int size, double ratio) {
+QPixmap icon(const Picture& picture, int size, double ratio) {
     static QCache<QString, QPixmap> cache(cachedIcons);
     const int pixels = static_cast<int>(std::ceil(size * ratio));
-    const QString key = QStringLiteral("%1/%2").arg(pixels).arg(path);
+    const QString key = QStringLiteral("%1/%2").arg(pixels).arg(QString::fromStdString(picture.path));
     if (const QPixmap* known = cache.object(key)) {
         return *known;
     }
-    QPixmap made = loaded(path, pixels);
+    const std::optional<std::string> file = picture.read(picture.path);
+    QPixmap made = file ? IconPicture::made(QByteArray::fromStdString(*file), pixels) : QPixmap();
     made.setDevicePixelRatio(ratio);
     cache.insert(key, new QPixmap(made));
     return made;
@@ -118,13 +83,13 @@ QString letter(const QString& name) {
     return {};
 }
 
-void draw(QPainter& painter, const QRect& box, const RunningItem& item, const std::string& picture) {
+void draw(QPainter& painter, const QRect& box, const RunningItem& item, const Picture& picture) {
     if (!item.app) {
         drawSymbol(painter, box);
         return;
     }
-    if (!picture.empty()) {
-        const QPixmap own = icon(QString::fromStdString(picture), box.width(), painter.device()->devicePixelRatioF());
+    if (!picture.path.empty()) {
+        const QPixmap own = icon(picture, box.width(), painter.device()->devicePixelRatioF());
         if (!own.isNull()) {
             const QSizeF size = own.deviceIndependentSize();
             painter.drawPixmap(

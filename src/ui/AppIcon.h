@@ -2,6 +2,8 @@
 
 #include <QColor>
 #include <QString>
+#include <functional>
+#include <optional>
 #include <string>
 
 class QPainter;
@@ -17,9 +19,16 @@ namespace AppIcon {
 /// Side of the picture in the design.
 constexpr int side = 28;
 
-/// Draws the application's own icon, the file at picture; without one, a tile with its first letter, and for a process
-/// that is no application the symbol of a terminal.
-void draw(QPainter& painter, const QRect& box, const RunningItem& item, const std::string& picture);
+/// Where an application's own icon is.
+struct Picture {
+    std::string path;  ///< empty when there is none
+    /// What is in that file; asked once for a size, and nothing when it is no file, or too large to be an icon.
+    std::function<std::optional<std::string>(const std::string& path)> read;
+};
+
+/// Draws the application's own icon; without one, or one that IconPicture refuses, a tile with its first letter, and
+/// for a process that is no application the symbol of a terminal.
+void draw(QPainter& painter, const QRect& box, const RunningItem& item, const Picture& picture);
 
 /// The letter of the tile; empty for a name without letters and digits.
 [[nodiscard]] QString letter(const QString& name);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <string>
 
+#include "ui/AppIcon.h"
 #include "ui/ListRow.h"
 #include "workspace/RunningItem.h"
 
@@ -26,8 +26,8 @@ class LiveRow : public ListRow {
 public:
     explicit LiveRow(QWidget* parent = nullptr);
 
-    /// What tells the file with the picture of a row's application; asked when the row is drawn.
-    using PictureSource = std::function<std::string(const RunningItem&)>;
+    /// What tells where the picture of a row's application is; asked when the row is drawn.
+    using PictureSource = std::function<AppIcon::Picture(const RunningItem&)>;
 
     void setPictureSource(PictureSource source);
 
@@ -60,8 +60,8 @@ protected:
     /// Draws the row over its ground, within its focus ring.
     virtual void paintContent(QPainter& painter) = 0;
 
-    /// Path of the picture of the row's application; empty when there is none.
-    [[nodiscard]] std::string picture() const;
+    /// The picture of the row's application.
+    [[nodiscard]] AppIcon::Picture picture() const;
 
     void paintRow(QPainter& painter) final;
     void focusInEvent(QFocusEvent* event) override;

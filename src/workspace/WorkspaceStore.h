@@ -185,6 +185,9 @@ public:
     /// ask for rows that are drawn only.
     [[nodiscard]] std::string iconOf(const RunningItem& item);
 
+    /// What is in the file at path, an answer of iconOf(): nothing when it is no regular file of at most 1 MiB.
+    [[nodiscard]] std::optional<std::string> iconFile(const std::string& path) const;
+
     /// Whether a row is a local AI tool: by its name, or by the last part of its executable's path. Exact, but for the
     /// case of letters.
     [[nodiscard]] static bool isAIProcess(const std::string& name, const std::string& executable);

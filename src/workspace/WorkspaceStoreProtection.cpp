@@ -22,7 +22,8 @@ std::vector<std::string> WorkspaceStore::programNamesOf(const RunningItem& item)
 }
 
 bool WorkspaceStore::isKept(const RunningItem& item, const std::vector<std::string>& programNames) const {
-    const auto kept = m_parts.engine.alwaysKeepApps();
+    const auto names = m_parts.engine.keptNames();
+    const auto& kept = *names;
     return AppProtection::sparesApplication(item.name, kept) || AppProtection::isProtected(item.executable, kept) ||
            std::find_first_of(programNames.begin(), programNames.end(), kept.begin(), kept.end()) != programNames.end();
 }

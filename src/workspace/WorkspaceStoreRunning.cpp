@@ -48,6 +48,11 @@ std::string WorkspaceStore::iconOf(const RunningItem& item) {
     return item.app ? m_parts.runningApplications.iconOf(*item.app) : std::string{};
 }
 
+std::optional<std::string> WorkspaceStore::iconFile(const std::string& path) const {
+    constexpr std::size_t largestIcon = std::size_t{1} << 20U;
+    return m_parts.fileStore.read(path, largestIcon).bytes;
+}
+
 bool WorkspaceStore::isAIProcess(const std::string& name, const std::string& executable) {
     return isAIToolName(name) || isAIToolName(lastPathComponent(executable));
 }

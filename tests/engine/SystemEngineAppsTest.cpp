@@ -33,6 +33,24 @@ TEST_F(SystemEngineAppsTest, protectionFollowsWhatTheUserKeepsNow) {
     EXPECT_TRUE(engine.isProtected("/usr/bin/dockerd"));
 }
 
+TEST_F(SystemEngineAppsTest, theListIsReadOnceForAnyNumberOfNames) {
+    engine.setAlwaysKeepApps({"safari"});
+    const int before = preferences.textQuestions;
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_TRUE(engine.isProtected("Safari"));
+        EXPECT_FALSE(engine.isProtected("app" + std::to_string(i)));
+    }
+    EXPECT_EQ(preferences.textQuestions, before + 1);
+}
+
+TEST_F(SystemEngineAppsTest, aListThatChangedOtherwiseHoldsAtOnce) {
+    EXPECT_FALSE(engine.isProtected("Safari"));
+    preferences.values["alwaysKeepApps"] = Texts{"safari"};
+    EXPECT_TRUE(engine.isProtected("Safari"));
+    preferences.values.clear();
+    EXPECT_FALSE(engine.isProtected("Safari"));
+}
+
 TEST_F(SystemEngineAppsTest, applicationInFrontIsTheCurrentOne) {
     applications.start(10, "Editor");
     applications.frontmost = 10;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -19,12 +21,24 @@ public:
 
     [[nodiscard]] std::optional<bool> boolean(const std::string& key) const override { return value<bool>(key); }
 
-    [[nodiscard]] std::optional<Texts> texts(const std::string& key) const override { return value<Texts>(key); }
+    [[nodiscard]] std::optional<Texts> texts(const std::string& key) const override {
+        ++textQuestions;
+        return value<Texts>(key);
+    }
 
     [[nodiscard]] std::optional<WallTime> date(const std::string& key) const override { return value<WallTime>(key); }
 
     [[nodiscard]] std::optional<std::vector<double>> numbers(const std::string& key) const override {
         return value<std::vector<double>>(key);
+    }
+
+    [[nodiscard]] std::uint64_t revision() const override {
+        const std::scoped_lock guard(m_lock);
+        if (values != m_known) {
+            m_known = values;
+            ++m_revision;
+        }
+        return m_revision;
     }
 
     bool setBoolean(const std::string& key, bool value) override { return set(key, value); }
@@ -38,6 +52,7 @@ public:
     std::map<std::string, Value> values;
     std::vector<std::string> keysSet;  ///< every key a set was asked for, in order
     bool failsSaving = false;
+    mutable std::atomic<int> textQuestions = 0;
 
 private:
     template <typename T>
@@ -58,6 +73,8 @@ private:
     }
 
     mutable std::mutex m_lock;
+    mutable std::map<std::string, Value> m_known;  ///< values when revision() was asked last
+    mutable std::uint64_t m_revision = 0;
 };
 
 }  // namespace kestrune

@@ -60,7 +60,7 @@ TEST_F(LinuxPreferencesTest, aValueOfAnotherTypeReadsAsAbsent) {
     for (const char* key : {"t", "d", "n", "s", "mixed", "o", "null", "odd", "missing"}) {
         EXPECT_EQ(std::nullopt, preferences.boolean(key)) << key;
     }
-    for (const char* key : {"b", "d", "n", "s", "mixed", "o", "null", "odd", "missing"}) {
+    for (const char* key : {"b", "d", "n", "s", "o", "null", "odd", "missing"}) {
         EXPECT_EQ(std::nullopt, preferences.texts(key)) << key;
     }
     for (const char* key : {"b", "t", "n", "s", "mixed", "o", "null", "odd", "missing"}) {
@@ -69,6 +69,27 @@ TEST_F(LinuxPreferencesTest, aValueOfAnotherTypeReadsAsAbsent) {
     for (const char* key : {"b", "t", "d", "s", "mixed", "o", "null", "odd", "missing"}) {
         EXPECT_EQ(std::nullopt, preferences.numbers(key)) << key;
     }
+}
+
+TEST_F(LinuxPreferencesTest, aListOfTextsKeepsItsTextsWhateverElseItHolds) {
+    files.files[path] = R"({"alwaysKeepApps": [null, "Harmless View", 5, {"other": "x"}, {"bytes": "%FF"}, ["a"]]})";
+    EXPECT_EQ((Texts{"Harmless View", "\xFF"}), preferences.texts("alwaysKeepApps"));
+}
+
+TEST_F(LinuxPreferencesTest, theRevisionChangesWithWhatASetMayHaveChanged) {
+    files.files[path] = R"({"t": ["a"]})";
+    const std::uint64_t first = preferences.revision();
+    EXPECT_EQ(Texts{"a"}, preferences.texts("t"));
+    EXPECT_EQ(first, preferences.revision());
+    EXPECT_EQ(1, files.reads);
+    files.files[path] = R"({"t": ["b"]})";
+    EXPECT_TRUE(preferences.setBoolean("other", true));
+    EXPECT_NE(first, preferences.revision());
+    EXPECT_EQ(Texts{"b"}, preferences.texts("t"));
+    const std::uint64_t second = preferences.revision();
+    files.failsReplacing = true;
+    EXPECT_FALSE(preferences.setTexts("t", {"c"}));
+    EXPECT_NE(second, preferences.revision());
 }
 
 TEST_F(LinuxPreferencesTest, textsAreBytes) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
@@ -13,11 +13,16 @@ namespace kestrune {
 
 namespace {
 
+std::optional<std::string> contentOf(const std::string& path) {
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll().toStdString()) : std::nullopt;
+}
+
 QImage drawn(const RunningItem& item, const std::string& picture = {}) {
     QImage image(AppIcon::side, AppIcon::side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    AppIcon::draw(painter, image.rect(), item, picture);
+    AppIcon::draw(painter, image.rect(), item, {picture, contentOf});
     return image;
 }
 

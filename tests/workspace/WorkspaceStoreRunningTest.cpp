@@ -56,6 +56,14 @@ TEST_F(WorkspaceStoreRunning, aListingLooksForNoIcons) {
     EXPECT_EQ(fixture.applications.iconQuestions, 1);
 }
 
+TEST_F(WorkspaceStoreRunning, anIconIsReadUnlessItIsTooLargeToBeOne) {
+    fixture.fileStore.files["/icons/paint.svg"] = "<svg/>";
+    fixture.fileStore.files["/icons/large.svg"] = std::string((1 << 20) + 1, ' ');
+    EXPECT_EQ(fixture.store().iconFile("/icons/paint.svg"), "<svg/>");
+    EXPECT_EQ(fixture.store().iconFile("/icons/large.svg"), std::nullopt);
+    EXPECT_EQ(fixture.store().iconFile("/icons/missing.svg"), std::nullopt);
+}
+
 TEST_F(WorkspaceStoreRunning, aListingIsPublishedOnTheMainThread) {
     list(100, "/usr/bin/node");
     fixture.store().refreshProcesses();

@@ -32,13 +32,13 @@ void overlay(QJsonObject& values, const QJsonObject& with) {
 
 /// What is known of the file, and what this session set and could not save. Used under the lock.
 struct LinuxPreferences::Values {
-    bool loaded = false;
+    std::uint64_t changes = 0;  ///< 0 until the file was read first
     QJsonObject all;
     QJsonObject unsaved;
 
     /// Takes the file's values; keeps the known ones when there is no file, or none that can be used.
     FileState load(const FileStore& files, const std::string& path) {
-        loaded = true;
+        ++changes;
         const FileContent content = files.read(path, fileBytesAtMost);
         if (!content.bytes) {
             return content.failure == ReadFailure::missing ? FileState::missing : FileState::unusable;
@@ -52,10 +52,14 @@ struct LinuxPreferences::Values {
         return FileState::usable;
     }
 
-    QJsonValue value(const FileStore& files, const std::string& path, const std::string& key) {
-        if (!loaded) {
+    void loadOnce(const FileStore& files, const std::string& path) {
+        if (changes == 0) {
             load(files, path);
         }
+    }
+
+    QJsonValue value(const FileStore& files, const std::string& path, const std::string& key) {
+        loadOnce(files, path);
         return all.value(preference_json::keyOf(key));
     }
 
@@ -109,6 +113,12 @@ std::optional<WallTime> LinuxPreferences::date(const std::string& key) const {
 std::optional<std::vector<double>> LinuxPreferences::numbers(const std::string& key) const {
     const std::scoped_lock guard(m_lock);
     return preference_json::numbersIn(m_values->value(m_files, m_path, key));
+}
+
+std::uint64_t LinuxPreferences::revision() const {
+    const std::scoped_lock guard(m_lock);
+    m_values->loadOnce(m_files, m_path);
+    return m_values->changes;
 }
 
 bool LinuxPreferences::setBoolean(const std::string& key, bool value) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -39,6 +40,9 @@ public:
     [[nodiscard]] std::optional<Texts> texts(const std::string& key) const override;
     [[nodiscard]] std::optional<WallTime> date(const std::string& key) const override;
     [[nodiscard]] std::optional<std::vector<double>> numbers(const std::string& key) const override;
+
+    /// The file is read at the first use and by every set: another program's change shows at the next set.
+    [[nodiscard]] std::uint64_t revision() const override;
 
     bool setBoolean(const std::string& key, bool value) override;
     bool setTexts(const std::string& key, const Texts& value) override;

@@ -36,26 +36,6 @@ std::optional<std::string> textIn(const QJsonValue& value) {
     return QByteArray::fromPercentEncoding(bytes.toString().toLatin1()).toStdString();
 }
 
-template <typename Element, typename Reading>
-std::optional<std::vector<Element>> elementsIn(const QJsonValue& value, const Reading& reading) {
-    if (!value.isArray()) {
-        return std::nullopt;
-    }
-    std::vector<Element> elements;
-    for (const QJsonValue element : value.toArray()) {
-        std::optional<Element> one = reading(element);
-        if (!one) {
-            return std::nullopt;
-        }
-        elements.push_back(*std::move(one));
-    }
-    return elements;
-}
-
-std::optional<double> numberIn(const QJsonValue& value) {
-    return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
-}
-
 }  // namespace
 
 std::optional<QJsonObject> parsed(const std::string& bytes) {
@@ -96,7 +76,16 @@ std::optional<bool> booleanIn(const QJsonValue& value) {
 }
 
 std::optional<Preferences::Texts> textsIn(const QJsonValue& value) {
-    return elementsIn<std::string>(value, textIn);
+    const QJsonArray elements = value.toArray();
+    Preferences::Texts texts;
+    // One broken element must not take the others with it: they protect something.
+    for (const QJsonValue element : elements) {
+        if (std::optional<std::string> text = textIn(element)) {
+            texts.push_back(*std::move(text));
+        }
+    }
+    const bool isOfTexts = value.isArray() && (elements.isEmpty() || !texts.empty());
+    return isOfTexts ? std::optional(std::move(texts)) : std::nullopt;
 }
 
 std::optional<WallTime> dateIn(const QJsonValue& value) {
@@ -104,7 +93,17 @@ std::optional<WallTime> dateIn(const QJsonValue& value) {
 }
 
 std::optional<std::vector<double>> numbersIn(const QJsonValue& value) {
-    return elementsIn<double>(value, numberIn);
+    if (!value.isArray()) {
+        return std::nullopt;
+    }
+    std::vector<double> numbers;
+    for (const QJsonValue element : value.toArray()) {
+        if (!element.isDouble()) {
+            return std::nullopt;
+        }
+        numbers.push_back(element.toDouble());
+    }
+    return numbers;
 }
 
 }  // namespace kestrune::preference_json

@@ -23,7 +23,8 @@ namespace kestrune::preference_json {
 [[nodiscard]] QJsonValue valueOf(WallTime date);
 [[nodiscard]] QJsonValue valueOf(const std::vector<double>& numbers);
 
-/// Nothing when the value is of another type.
+/// Nothing when the value is of another type. Elements that are no texts are left out of a list
+/// that holds texts.
 [[nodiscard]] std::optional<bool> booleanIn(const QJsonValue& value);
 [[nodiscard]] std::optional<Preferences::Texts> textsIn(const QJsonValue& value);
 [[nodiscard]] std::optional<WallTime> dateIn(const QJsonValue& value);
