@@ -20,7 +20,7 @@ std::vector<RunningApplication> SystemEngine::closingCandidates() {
     std::erase_if(candidates, [&](const RunningApplication& application) {
         return application.activationPolicy != ActivationPolicy::regular || isThisProgram(application) ||
                AppProtection::sparesApplication(application.localizedName, *kept) ||
-               AppProtection::isProtected(application.executable, kept);
+               AppProtection::isProtected(application.executable, *kept);
     });
     return candidates;
 }
