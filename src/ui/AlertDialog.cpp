@@ -169,7 +169,9 @@ void AlertDialog::addBody(const Alert& alert, int room, QVBoxLayout& column) {
             }
         }
         layout->insertSpacing(1, gap);
-        column.addWidget(scrolling(*all, room));
+        // Half a line at the end, so that it is visible that the text goes on.
+        const int line = Metrics::lineHeight(FontRole::body);
+        column.addWidget(scrolling(*all, room - (room - line / 2) % line));
         return;
     }
     if (items != nullptr) {
