@@ -94,13 +94,16 @@ QWidget* itemList(const std::vector<AlertItem>& items) {
     return list;
 }
 
-QWidget* textBlocks(const QString& text) {
+// A longest line that is the room there is lets a very long text be wrapped once, whatever widths layouts ask for.
+QWidget* textBlocks(const QString& text, int room) {
     auto* widget = new QWidget;
     QVBoxLayout* layout = plainColumn(*widget, ScrollThumb::breadth());
     layout->setSpacing(blockGap);
     const QStringList blocks = text.split(QLatin1String("\n\n"));
     for (const QString& block : blocks) {
-        layout->addWidget(wrapped(FontRole::body, Colour::text2, block, widget));
+        TextLabel* label = wrapped(FontRole::body, Colour::text2, block, widget);
+        label->setLongestLine(room);
+        layout->addWidget(label);
     }
     return widget;
 }
@@ -152,9 +155,9 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
 
 void AlertDialog::addBody(const Alert& alert, int room, QVBoxLayout& column) {
     QWidget* items = alert.items.empty() ? nullptr : itemList(alert.items);
-    QWidget* text = alert.text.empty() ? nullptr : textBlocks(paragraphs(alert.text));
-    const QMargins margins = column.contentsMargins();
-    const auto heightOf = [inside = width() - margins.left() - margins.right()](const QWidget* part) {
+    const int inside = width() - column.contentsMargins().left() - column.contentsMargins().right();
+    QWidget* text = alert.text.empty() ? nullptr : textBlocks(paragraphs(alert.text), inside - ScrollThumb::breadth());
+    const auto heightOf = [inside](const QWidget* part) {
         return part == nullptr ? 0 : part->layout()->heightForWidth(inside);
     };
     const bool isLongList = alert.items.size() > itemsWithoutScrolling;
