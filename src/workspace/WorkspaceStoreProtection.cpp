@@ -25,7 +25,8 @@ bool WorkspaceStore::isKept(const RunningItem& item, const std::vector<std::stri
     const auto names = m_parts.engine.keptNames();
     const auto& kept = *names;
     return AppProtection::sparesApplication(item.name, kept) || AppProtection::isProtected(item.executable, kept) ||
-           std::find_first_of(programNames.begin(), programNames.end(), kept.begin(), kept.end()) != programNames.end();
+           std::any_of(programNames.begin(), programNames.end(),
+                       [&kept](const std::string& name) { return kept.contains(name); });
 }
 
 bool WorkspaceStore::canQuitApplication(const std::string& name, std::int32_t pid, bool regular,
