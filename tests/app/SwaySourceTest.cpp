@@ -106,17 +106,16 @@ TEST_F(SwaySourceTest, ofEventsThatCameTogetherTheLastOneCounts) {
     EXPECT_TRUE(isTold({3133}));
 }
 
-TEST_F(SwaySourceTest, whateverComesRightAfterAnEventIsOneChange) {
+TEST_F(SwaySourceTest, whatComesRightAfterAnEventIsHeardTogether) {
     observe();
-    m_sway.sendEvent(focusOn(3132));
-    ASSERT_TRUE(isTold({3132}));
-    for (int i = 0; i < 50; ++i) {
-        m_sway.sendEvent(focusOn(3133));
-        m_sway.sendEvent(focusOn(3132));
+    constexpr int count = 100;
+    for (int i = 0; i < count; ++i) {
+        m_sway.sendEvent(focusOn(i % 2 == 0 ? 3132 : 3133));
         QCoreApplication::processEvents();
     }
     m_sway.sendEvent(focusOn(4001));
-    EXPECT_TRUE(isTold({3132, 4001}));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_told.empty() && m_told.back() == 4001; }));
+    EXPECT_LT(m_told.size(), count / 2U);
 }
 
 TEST_F(SwaySourceTest, whatComesInsteadOfEventsIsHeardInPieces) {
