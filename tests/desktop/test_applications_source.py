@@ -3,6 +3,7 @@ of all kinds."""
 import contextlib
 import json
 import os
+import shutil
 import signal
 import subprocess
 
@@ -14,8 +15,9 @@ PROBE = os.environ.get('KESTRUNE_PROBE', '')
 WINDOWS = os.environ.get('KESTRUNE_WINDOWS', '')
 
 
-def ask(*words):
-    result = subprocess.run([PROBE, *words], capture_output=True, text=True, check=False, timeout=60)
+def ask(*words, **environment):
+    result = subprocess.run([PROBE, *words], capture_output=True, text=True, check=False, timeout=60,
+                            env={**os.environ, **environment})
     return json.loads(result.stdout)
 
 
@@ -67,6 +69,17 @@ def settled(programs):
 
 
 # The list.
+
+def test_guests_are_listed_beside_another_display_system(run, windows, tmp_path):
+    program = windows('normal')
+    shown(program)
+    server = tmp_path / 'Xwayland'
+    shutil.copyfile(shutil.which('sleep'), server)
+    server.chmod(0o755)
+    run(str(server), '1000')
+    found = ask('apps', WAYLAND_DISPLAY='elsewhere')['applications']
+    assert program.pid in [each['pid'] for each in found]
+
 
 def test_real_programs_are_listed_with_name_id_and_picture(run):
     terminal, calculator, editor = run('xterm'), run('galculator'), run('mousepad')

@@ -1,5 +1,6 @@
 """The menu's own actions on what runs: keeping the current app, quitting the others, clearing cached memory."""
 import os
+import shutil
 
 import pytest
 
@@ -71,6 +72,20 @@ def test_with_only_kept_apps_there_is_nothing_to_quit(app, galculator, home):
     assert app.windows.reads('Kestrune, protected apps and background agents are kept running.', dialog)
     app.answer('OK')
     assert galculator.is_running() and home.activity() == []
+
+
+def test_an_app_whose_executable_is_protected_is_not_asked(app, galculator, home, tmp_path):
+    # Nothing but the tray is in use: no listing has told what runs.
+    executable = tmp_path / 'statsview'
+    shutil.copyfile(shutil.which('xterm'), executable)
+    executable.chmod(0o755)
+    with Application(str(executable), '-e', 'sleep', '1000') as viewer:
+        app.tray.click(QUIT_OTHERS)
+        assert app.windows.reads('Quit 1 other apps?', app.wait_for_dialog())
+        app.answer('Quit Apps')
+        assert galculator.wait_until_gone() == 0
+        wait(home.activity, 'the entry in the log')
+        assert viewer.is_running()
 
 
 def test_clearing_memory_waits_for_the_answer(app, home):
