@@ -170,7 +170,7 @@ QString PortRow::toolTipAt(const QPoint& at) const {
         return Metrics::width(FontRole::body, ports()) > place.portsRight - place.portsLeft ? ports() : QString();
     }
     const int room = place.nameRight - sidePadding;
-    const QString all = detail(beside ? QString() : ports());
+    QString all = detail(beside ? QString() : ports());
     if (at.y() >= place.mainHeight / 2 && Metrics::width(FontRole::detail, all) > room) {
         return all;
     }
