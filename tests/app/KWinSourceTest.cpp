@@ -106,8 +106,7 @@ TEST_F(KWinSourceTest, eachChangeOfTheFrontIsToldOnce) {
     ASSERT_TRUE(isListing(100));
     for (const int active : {200, 0, 100}) {
         m_kwin->report(desktop(active));
-        const std::optional<std::int32_t> front = active == 0 ? std::nullopt : std::optional(active);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return m_source.frontmost() == front; })) << active;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return m_source.frontmost().value_or(0) == active; })) << active;
     }
     EXPECT_EQ(m_told, (std::vector<std::int32_t>{100, 200, 100}));
 }

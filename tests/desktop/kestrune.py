@@ -102,7 +102,10 @@ class Kestrune:
     def close_window(self):
         """As the window's close button does."""
         window = wait(self.window_id, 'the window on the screen')
-        output('xdotool', 'windowactivate', '--sync', window, 'key', 'alt+F4')
+        output('xdotool', 'windowactivate', '--sync', window)
+        # The window manager answers the key only once it has given the window its focus, which comes a moment later.
+        wait(lambda: output('xdotool', 'getwindowfocus').strip() == window, 'the keyboard to come to the window')
+        output('xdotool', 'key', 'alt+F4')
         wait(lambda: not self.window_id(), 'the window to close')
 
     def show_page(self, page):

@@ -95,16 +95,35 @@ def test_the_menu_opens_the_window_on_the_right_page(app):
     assert len(app.windows.windows()) == 1
 
 
-def test_a_click_on_the_item_shows_the_menu_with_its_tooltips(app):
-    app.tray.activate()
-    menu = wait(lambda: app.popups(), 'the menu on the screen')
+def place_in_menu(menu, lines_above, separators_above):
+    """The middle of one line of the menu that a click on the item shows."""
     left, top, width, height = frame_of(*menu)
     separator = 9
     line = (height - 4 * separator) / 18
     assert line > 15, 'the menu is too small for its 18 lines that are visible'
-    quick_clean = int(top + 2 * line + separator + line / 2)
-    output('xdotool', 'mousemove', str(left + width // 2), str(quick_clean - 3))
-    output('xdotool', 'mousemove', str(left + width // 2), str(quick_clean))
+    return left + width // 2, int(top + lines_above * line + separators_above * separator + line / 2), line
+
+
+def test_a_line_of_the_menu_is_carried_out_by_the_pointer_and_by_the_keyboard(app):
+    app.tray.activate()
+    menu = wait(lambda: app.popups(), 'the menu on the screen')
+    x, y, _ = place_in_menu(menu, 7, 2)
+    output('xdotool', 'mousemove', str(x), str(y - 3), 'mousemove', str(x), str(y), 'click', '1')
+    app.wait_for_window()
+    wait(lambda: app.page() == 'Overview', 'the page Overview')
+    app.close_window()
+    app.tray.activate()
+    wait(lambda: app.popups(), 'the menu on the screen again')
+    output('xdotool', 'key', 'Up', 'Up', 'Up', 'Return')
+    wait(lambda: app.window_id() and app.page() == 'Settings', 'the page Settings')
+
+
+def test_a_click_on_the_item_shows_the_menu_with_its_tooltips(app):
+    app.tray.activate()
+    menu = wait(lambda: app.popups(), 'the menu on the screen')
+    x, quick_clean, line = place_in_menu(menu, 2, 1)
+    output('xdotool', 'mousemove', str(x), str(quick_clean - 3))
+    output('xdotool', 'mousemove', str(x), str(quick_clean))
     tooltip = wait(lambda: app.popups() - menu, 'the tooltip')
     assert frame_of(*tooltip)[3] < 4 * line
     output('xdotool', 'key', 'Escape')

@@ -86,7 +86,7 @@ public:
 
     std::vector<RunningApplication> applications;
     std::map<std::string, std::vector<std::string>> programNames;  ///< by executable
-    std::int32_t frontmost = 0;  ///< 0: none, or hidden by the desktop
+    std::int32_t frontmost = 0;                                    ///< 0: none, or hidden by the desktop
     bool frontmostIsTold = true;
     std::set<std::int32_t> declining;  ///< do not accept a request
     std::vector<std::int32_t> asked;   ///< to quit, in order

@@ -84,6 +84,7 @@ std::vector<std::int32_t> LinuxSocketOwners::recheck(const Question& question, c
     std::vector<Process> fresh;
     std::set_difference(now.begin(), now.end(), m_processes.begin(), m_processes.end(), std::back_inserter(fresh));
     std::vector<std::int32_t> pids;
+    pids.reserve(fresh.size());
     for (const auto& [pid, startTime] : fresh) {
         pids.push_back(pid);
     }
