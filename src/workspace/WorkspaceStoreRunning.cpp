@@ -30,7 +30,7 @@ void WorkspaceStore::refreshProcesses() {
     std::erase_if(applications, [](const auto& app) { return app.activationPolicy != ActivationPolicy::regular; });
     m_queue->enqueue([this, applications = std::move(applications)] {
         auto rows = runningItems(m_parts.processListing.snapshot(), applications, m_parts.engine.processIdentifier());
-        onMain([this, rows = std::move(rows)] { publishProcesses(rows); });
+        onMain([this, rows = std::move(rows)]() mutable { publishProcesses(std::move(rows)); });
     });
 }
 

@@ -20,7 +20,7 @@ struct Places {
 /// The .desktop file ids that text (a mimeapps.list) prefers for folders, best first. Pure.
 [[nodiscard]] std::vector<std::string> preferredForFolders(std::string_view text);
 
-/// Where the desktop looks, in the order of the MIME Applications Associations Specification 1.0, section 2.
+/// Where the desktop looks, in the order of freedesktop.org's MIME Applications Associations 1.0, section 2.
 [[nodiscard]] Places standardPlaces();
 
 /// Ends the file manager that opens folders. Where that one is not known, the first known one that is there; one that
