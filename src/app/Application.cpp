@@ -43,10 +43,14 @@ Application::Application()
           prepareInterface();
           return windowForAlerts();
       }),
+      m_folders([this] {
+          prepareInterface();
+          return windowForAlerts();
+      }),
       m_store({m_engine, m_cleaners, *m_services.preferences, *m_services.fileStore, *m_services.fileQueries,
-               *m_services.fileViewer, *m_services.runningApplications, *m_services.runningPrograms,
-               *m_services.processListing, *m_services.processControl, *m_services.systemTools,
-               *m_services.memoryPressure, m_alerts, m_mainQueue, m_clock,
+               *m_services.fileViewer, *m_services.directoryWalker, m_folders, *m_services.runningApplications,
+               *m_services.runningPrograms, *m_services.processListing, *m_services.processControl,
+               *m_services.systemTools, *m_services.memoryPressure, m_alerts, m_mainQueue, m_clock,
                [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }}),
       m_tray(QDBusConnection::sessionBus(), {[this](MenuAction action) { m_delegate.perform(action); },
                                              [this] {

@@ -15,6 +15,7 @@
 #include "storage/DevCleaners.h"
 #include "ui/PortReviewWindow.h"
 #include "ui/QtAlertPresenter.h"
+#include "ui/QtFolderChooser.h"
 #include "ui/WorkspaceWindow.h"
 #include "workspace/WorkspaceStore.h"
 
@@ -53,6 +54,7 @@ private:
     SystemEngine m_engine;
     DevCleaners m_cleaners;
     QtAlertPresenter m_alerts;
+    QtFolderChooser m_folders;
     WorkspaceStore m_store;
     TrayItem m_tray;
     AppDelegate m_delegate;

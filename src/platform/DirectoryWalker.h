@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace kestrune {
 
@@ -19,13 +20,69 @@ struct TreeSize {
     bool operator==(const TreeSize&) const = default;
 };
 
+/// One thing that a walk measured.
+struct WalkedItem {
+    std::string path;  ///< below the walked folder: bytes, no leading or trailing "/"
+    std::int64_t bytes = 0;
+    bool isDirectory = false;
+
+    bool operator==(const WalkedItem&) const = default;
+};
+
+/// How far a walk is.
+struct WalkProgress {
+    std::int64_t entries = 0;
+    std::int64_t bytes = 0;
+    std::string folder;                ///< one that is being read, below the walked one; empty: the walked one itself
+    std::vector<WalkedItem> children;  ///< direct children by what is known of them, largest first, at most childLimit
+    std::int64_t otherChildren = 0;    ///< as in TreeWalk
+    std::int64_t otherBytes = 0;
+};
+
+/// What a walk is asked for. The functions may be empty.
+struct WalkRequest {
+    std::string folder;               ///< absolute; a link that leads to a folder is followed
+    std::int64_t entryLimit = -1;     ///< entries to look at, exactly; negative: all
+    std::int64_t childLimit = -1;     ///< direct children to name; negative: all
+    std::int64_t largestLimit = 0;    ///< largest files to name
+    std::function<bool()> cancelled;  ///< true ends the walk. From any of its threads, several at once.
+    std::function<bool()> timeIsUp;   ///< likewise; asked after cancelled, and not once the entry limit is reached
+    /// Told about five times a second, first after a fifth of a second. Never two at once; not from the caller's
+    /// thread, perhaps; never after walk() returned.
+    std::function<void(const WalkProgress&)> progress;
+};
+
+enum class WalkEnd { finished, cancelled, entryLimit, timeLimit };
+
+/// What a walk found. Sizes are st_blocks × 512; a file with several links counts per link.
+struct TreeWalk {
+    bool exists = false;               ///< there is such a folder
+    bool opened = false;               ///< it could be listed; false: everything below is empty
+    WalkEnd end = WalkEnd::finished;   ///< entryLimit and timeLimit only where an entry was left to look at
+    std::int64_t entries = 0;          ///< looked at, folders included
+    std::int64_t files = 0;            ///< regular files among them that were measured
+    std::int64_t bytes = 0;            ///< of those files
+    std::int64_t links = 0;            ///< symbolic links: seen, not followed
+    std::int64_t elsewhere = 0;        ///< entries on other file systems: seen, not entered, not measured
+    std::int64_t unreadable = 0;       ///< folders that could not be listed or left half-way, and entries that could
+                                       ///< not be read
+    std::vector<WalkedItem> children;  ///< direct children that are or hold regular files, largest first, then by path
+    std::int64_t otherChildren = 0;    ///< such children beyond childLimit
+    std::int64_t otherBytes = 0;       ///< of those
+    std::vector<WalkedItem> largestFiles;  ///< largest first, then by path
+
+    bool operator==(const TreeWalk&) const = default;
+};
+
 /// Walks a folder without changing anything. Names are bytes; links are seen and never followed; other file systems
 /// are entered only where the caller's folder lies. A walk keeps a bounded number of descriptors and a bounded stack
 /// however deep the tree is, opens neither devices nor FIFOs, and survives a tree that changes under it: what cannot
-/// be read is counted, never an error. Any thread, one walk a thread at a time.
+/// be read is counted, never an error. It may use threads of its own, which are gone when it returns. Any thread; one
+/// walk a thread at a time. A total beyond the range of std::int64_t ends the program.
 class DirectoryWalker {
 public:
-    /// Answers true to end the walk. Asked once before every entry, from the walking thread.
+    /// Answers true to end the walk. Asked before the first entry and at least every 64 entries on each thread of the
+    /// walk, several at once.
     using Cancelled = std::function<bool()>;
 
     DirectoryWalker() = default;
@@ -33,8 +90,11 @@ public:
     DirectoryWalker& operator=(const DirectoryWalker&) = delete;
     virtual ~DirectoryWalker() = default;
 
-    /// Measures everything below folder. A total beyond the range of std::int64_t ends the program.
-    [[nodiscard]] virtual TreeSize measure(const std::string& folder, const Cancelled& cancelled) = 0;
+    /// Walks request.folder within its limits.
+    [[nodiscard]] virtual TreeWalk walk(const WalkRequest& request) = 0;
+
+    /// Measures everything below folder: walk() without limits and without naming anything.
+    [[nodiscard]] TreeSize measure(const std::string& folder, const Cancelled& cancelled);
 };
 
 }  // namespace kestrune

@@ -16,11 +16,15 @@
 #include "base/Published.h"
 #include "base/SerialQueue.h"
 #include "engine/SystemEngine.h"
+#include "explorer/DiskExplorerProgress.h"
 #include "explorer/DiskExplorerResult.h"
+#include "explorer/ExplorerHistory.h"
 #include "platform/AlertPresenter.h"
+#include "platform/DirectoryWalker.h"
 #include "platform/FileQueries.h"
 #include "platform/FileStore.h"
 #include "platform/FileViewer.h"
+#include "platform/FolderChooser.h"
 #include "platform/MainQueue.h"
 #include "platform/MemoryPressureSource.h"
 #include "platform/Preferences.h"
@@ -54,6 +58,8 @@ struct WorkspaceStoreParts {
     FileStore& fileStore;
     FileQueries& fileQueries;
     FileViewer& fileViewer;
+    DirectoryWalker& directoryWalker;
+    FolderChooser& folderChooser;
     RunningApplications& runningApplications;
     RunningPrograms& runningPrograms;
     ProcessListing& processListing;
@@ -90,6 +96,7 @@ public:
     Published<std::optional<std::string>> explorerRoot;
     Published<DiskExplorerResult> explorerResult;
     Published<bool> isExploring{false};
+    Published<std::optional<DiskExplorerProgress>> explorerProgress;  ///< nothing until a scan has something to tell
     Published<std::set<std::string>> selection;
     Published<std::vector<std::string>> scanNotes;
     Published<bool> isScanning{false};
@@ -174,6 +181,32 @@ public:
 
     /// The ids written by saveSelection; empty when there are none.
     [[nodiscard]] std::vector<std::string> savedSelection() const;
+
+    // Disk explorer. It only reads; nothing of it waits for the action queue.
+
+    /// Asks for a folder, then explores it. Nothing while a scan runs.
+    void chooseExplorerFolder();
+
+    /// Scans folder, given as an absolute path, on explorerQueue and publishes what was found. Nothing while a scan
+    /// runs.
+    void explore(const std::string& folder);
+
+    /// Ends the running scan, which then publishes what it has.
+    void stopExploring();
+
+    /// Explores explorerRoot again, or the folder above it. Nothing without one.
+    void rescanExplorer();
+    void exploreParent();
+
+    /// Publishes the remembered visit before or after this one, without a scan. Nothing while a scan runs or where none
+    /// is remembered.
+    void goBackInExplorer();
+    void goForwardInExplorer();
+    [[nodiscard]] bool canGoBackInExplorer() const;
+    [[nodiscard]] bool canGoForwardInExplorer() const;
+
+    /// What the newest remembered scan of folder found; null when none is. Valid until the explorer changes.
+    [[nodiscard]] const DiskExplorerResult* rememberedResult(const std::string& folder) const;
 
     // Running apps, AI tools and ports.
 
@@ -287,7 +320,13 @@ private:
     /// Wraps job so that it runs on the main thread and only while the store lives.
     void onMain(Action job);
 
+    // Disk explorer.
+
+    void finishExploring(const std::string& folder, DiskExplorerResult result);
+    void showVisit(const ExplorerHistory::Visit& visit);
+
     WorkspaceStoreParts m_parts;
+    ExplorerHistory m_explorerHistory;
     std::shared_ptr<OperationCancellation> m_cancellation;
     std::shared_ptr<OperationCancellation> m_explorerCancellation;
     std::shared_ptr<bool> m_alive;

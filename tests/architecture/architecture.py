@@ -25,8 +25,10 @@ MAY_INCLUDE = {
 UI_RECORDS = {
     'storage/CleanTarget.h',
     'engine/TelemetryRecords.h',
+    'explorer/DiskExplorerProgress.h',
     'explorer/DiskExplorerResult.h',
     'platform/AlertPresenter.h',
+    'platform/FolderChooser.h',
 }
 
 MAY_USE_QT = {'ui', 'app', 'platform/linux'}

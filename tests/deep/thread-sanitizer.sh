@@ -2,6 +2,6 @@
 # The folders where threads meet, under ThreadSanitizer. Run in the project's folder.
 set -euo pipefail
 cmake --preset tsan -DKESTRUNE_DEEP=OFF
-cmake --build --preset tsan -j"$(nproc)" --target test_base test_engine test_storage test_workspace test_platform
+cmake --build --preset tsan -j"$(nproc)" --target test_base test_engine test_storage test_explorer test_workspace test_platform
 ctest --test-dir build/tsan --output-on-failure --no-tests=error --timeout 300 -j"$(nproc)" \
-  -R '^(base|engine|storage|workspace|platform)\.'
+  -R '^(base|engine|storage|explorer|workspace|platform)\.'

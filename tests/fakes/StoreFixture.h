@@ -12,6 +12,7 @@
 #include "tests/fakes/FakeFileQueries.h"
 #include "tests/fakes/FakeFileStore.h"
 #include "tests/fakes/FakeFileViewer.h"
+#include "tests/fakes/FakeFolderChooser.h"
 #include "tests/fakes/FakeHostStatistics.h"
 #include "tests/fakes/FakeMemoryPressureSource.h"
 #include "tests/fakes/FakeNotificationCenter.h"
@@ -106,6 +107,7 @@ public:
     FakeTrash trash;
     FakeFileStore fileStore;
     FakeFileViewer fileViewer;
+    FakeFolderChooser folderChooser;
     FakeRunningApplications applications;
     FakeRunningPrograms programs;
     FakeProcessListing processes;
@@ -135,6 +137,8 @@ private:
                 fileStore,
                 fileQueries,
                 fileViewer,
+                walker,
+                folderChooser,
                 applications,
                 programs,
                 processes,

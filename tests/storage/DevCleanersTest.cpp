@@ -174,8 +174,8 @@ TEST_F(DevCleanersTest, unreadableItemsNameTheMeasuredFolderOnce) {
 }
 
 TEST_F(DevCleanersTest, aCancelledMeasurementAnswersWhatItHasSoFar) {
-    walker.sizes[npm] = {true, 1000, 10, 0, false};
-    fileQueries.addDirectory(npm);
+    add(npm, 1000);
+    walker.walks[npm].entries = 10;
     int polls = 0;
     EXPECT_EQ(cleaners.calculateSize(npm, [&] { return ++polls > 4; }), 400);
 }

@@ -17,6 +17,7 @@ WorkspaceStoreParts partsWithThreads(StoreFixture& fixture) {
     return {fixture.engine,       fixture.cleaners,
             fixture.preferences,  fixture.fileStore,
             fixture.fileQueries,  fixture.fileViewer,
+            fixture.walker,       fixture.folderChooser,
             fixture.applications, fixture.programs,
             fixture.processes,    fixture.processControl,
             fixture.systemTools,  fixture.memoryPressure,

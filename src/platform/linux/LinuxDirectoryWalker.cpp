@@ -216,8 +216,15 @@ private:
 
 }  // namespace
 
-TreeSize LinuxDirectoryWalker::measure(const std::string& folder, const Cancelled& cancelled) {
-    return Walk(cancelled).run(folder);
+TreeWalk LinuxDirectoryWalker::walk(const WalkRequest& request) {
+    const TreeSize size = Walk(request.cancelled).run(request.folder);
+    TreeWalk found;
+    found.exists = found.opened = size.opened;
+    found.entries = size.entries;
+    found.bytes = size.allocatedBytes;
+    found.unreadable = size.unreadable;
+    found.end = size.cancelled ? WalkEnd::cancelled : WalkEnd::finished;
+    return found;
 }
 
 }  // namespace kestrune

@@ -12,7 +12,7 @@ class LinuxDirectoryWalker final : public DirectoryWalker {
 public:
     LinuxDirectoryWalker() = default;
 
-    [[nodiscard]] TreeSize measure(const std::string& folder, const Cancelled& cancelled) override;
+    [[nodiscard]] TreeWalk walk(const WalkRequest& request) override;
 };
 
 }  // namespace kestrune

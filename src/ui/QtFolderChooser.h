@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/FolderChooser.h"
+
+namespace kestrune {
+
+/// Shows the desktop's folder panel, or Qt's where the desktop has none. Main thread.
+class QtFolderChooser final : public FolderChooser {
+public:
+    /// parent answers the window that the panel belongs to, or null when none is visible.
+    explicit QtFolderChooser(std::function<QWidget*()> parent);
+
+    [[nodiscard]] std::optional<std::string> chooseFolder(const std::string& message,
+                                                          const std::string& startFolder) override;
+
+private:
+    std::function<QWidget*()> m_parent;
+};
+
+}  // namespace kestrune
