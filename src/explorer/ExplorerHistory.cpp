@@ -1,21 +1,40 @@
 #include "explorer/ExplorerHistory.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace kestrune {
 
+namespace {
+
+std::size_t pathBytesOf(const DiskExplorerResult& result) {
+    std::size_t bytes = 0;
+    for (const auto* items : {&result.folders, &result.largestFiles}) {
+        for (const auto& item : *items) {
+            bytes += item.path.size();
+        }
+    }
+    return bytes;
+}
+
+}  // namespace
+
 void ExplorerHistory::visit(std::string folder, DiskExplorerResult result) {
-    if (m_shown > 0 && m_visits[m_shown - 1].folder == folder) {
-        m_visits[m_shown - 1].result = std::move(result);
-        return;
+    Visit visit{std::move(folder), std::move(result), ++m_scans};
+    if (m_shown > 0 && m_visits[m_shown - 1].folder == visit.folder) {
+        m_visits[m_shown - 1] = std::move(visit);
+    } else {
+        m_visits.resize(m_shown);
+        m_visits.push_back(std::move(visit));
+        ++m_shown;
     }
-    m_visits.resize(m_shown);
-    m_visits.push_back({std::move(folder), std::move(result)});
-    if (m_visits.size() > visitsAtMost) {
-        m_visits.pop_front();
+    while (holdsTooMuch()) {
+        if (m_shown > 1) {
+            m_visits.pop_front();
+            --m_shown;
+        } else {
+            m_visits.pop_back();
+        }
     }
-    m_shown = m_visits.size();
 }
 
 const ExplorerHistory::Visit& ExplorerHistory::goBack() {
@@ -29,9 +48,21 @@ const ExplorerHistory::Visit& ExplorerHistory::goForward() {
 }
 
 const ExplorerHistory::Visit* ExplorerHistory::find(const std::string& folder) const {
-    const auto found =
-        std::find_if(m_visits.rbegin(), m_visits.rend(), [&](const Visit& visit) { return visit.folder == folder; });
-    return found == m_visits.rend() ? nullptr : &*found;
+    const Visit* newest = nullptr;
+    for (const auto& visit : m_visits) {
+        if (visit.folder == folder && (newest == nullptr || visit.scan > newest->scan)) {
+            newest = &visit;
+        }
+    }
+    return newest;
+}
+
+bool ExplorerHistory::holdsTooMuch() const {
+    std::size_t pathBytes = 0;
+    for (const auto& visit : m_visits) {
+        pathBytes += pathBytesOf(visit.result);
+    }
+    return m_visits.size() > 1 && (m_visits.size() > visitsAtMost || pathBytes > pathBytesAtMost);
 }
 
 }  // namespace kestrune

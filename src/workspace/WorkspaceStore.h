@@ -182,13 +182,14 @@ public:
     /// The ids written by saveSelection; empty when there are none.
     [[nodiscard]] std::vector<std::string> savedSelection() const;
 
-    // Disk explorer. It only reads; nothing of it waits for the action queue.
+    // Disk explorer. It only reads; nothing of it waits for the action queue. At a scan's end explorerResult is set
+    // first, then isExploring, then explorerProgress is emptied, so that there is always something to show.
 
     /// Asks for a folder, then explores it. Nothing while a scan runs.
     void chooseExplorerFolder();
 
-    /// Scans folder, given as an absolute path, on explorerQueue and publishes what was found. Nothing while a scan
-    /// runs.
+    /// Scans folder on explorerQueue and publishes, under the standard form of its path, what was found: meanwhile in
+    /// explorerProgress, at the end in explorerResult. Nothing while a scan runs or when the path is not absolute.
     void explore(const std::string& folder);
 
     /// Ends the running scan, which then publishes what it has.
@@ -202,10 +203,13 @@ public:
     /// is remembered.
     void goBackInExplorer();
     void goForwardInExplorer();
+
+    /// Whether there is a visit to go to; never while a scan runs. Changes with explorerRoot and isExploring only.
     [[nodiscard]] bool canGoBackInExplorer() const;
     [[nodiscard]] bool canGoForwardInExplorer() const;
 
-    /// What the newest remembered scan of folder found; null when none is. Valid until the explorer changes.
+    /// What the newest remembered scan of folder found, which is in standard form; null when none is. Valid until the
+    /// explorer changes.
     [[nodiscard]] const DiskExplorerResult* rememberedResult(const std::string& folder) const;
 
     // Running apps, AI tools and ports.
@@ -322,7 +326,7 @@ private:
 
     // Disk explorer.
 
-    void finishExploring(const std::string& folder, DiskExplorerResult result);
+    void finishExploring(const std::string& root, DiskExplorerResult result);
     void showVisit(const ExplorerHistory::Visit& visit);
 
     WorkspaceStoreParts m_parts;

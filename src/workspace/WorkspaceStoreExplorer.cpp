@@ -1,6 +1,9 @@
 #include <utility>
 
+#include "base/Text.h"
 #include "explorer/DiskExplorer.h"
+#include "explorer/NewestProgress.h"
+#include "workspace/ExplorerListing.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -9,36 +12,41 @@ void WorkspaceStore::chooseExplorerFolder() {
     if (isExploring.get()) {
         return;
     }
-    const auto chosen = m_parts.folderChooser.chooseFolder(
-        "Choose a folder to inspect. Disk Explorer only reads files.", m_parts.cleaners.home());
-    if (chosen) {
+    // A scan may have begun before the panel was closed; explore() looks again.
+    if (const auto chosen =
+            m_parts.folderChooser.chooseFolder("Choose a folder to inspect. Disk Explorer only reads files.", home())) {
         explore(*chosen);
     }
 }
 
 void WorkspaceStore::explore(const std::string& folder) {
-    if (isExploring.get()) {
+    if (isExploring.get() || !folder.starts_with('/')) {
         return;
     }
-    explorerRoot.set(folder);
-    explorerResult.set({});
-    explorerProgress.set(std::nullopt);
-    isExploring.set(true);
+    std::string root = standardizedPath(folder);
     m_explorerCancellation->reset();
+    explorerRoot.set(root);
+    explorerResult.set({});
+    isExploring.set(true);
     DiskExplorerRequest request;
-    request.folderLimit = 200;
+    request.folderLimit = ExplorerListing::rowsAtMost;
     request.cancelled = [cancellation = m_explorerCancellation] { return cancellation->isCancelled(); };
-    m_explorerQueue->enqueue([this, folder, request = std::move(request)] {
-        auto result = DiskExplorer::scan(m_parts.directoryWalker, m_parts.clock, folder, request);
-        onMain([this, folder, result = std::move(result)]() mutable { finishExploring(folder, std::move(result)); });
+    request.progress = [this, newest = std::make_shared<NewestProgress>()](const DiskExplorerProgress& step) {
+        if (newest->put(step)) {
+            onMain([this, newest] { explorerProgress.set(newest->take()); });
+        }
+    };
+    m_explorerQueue->enqueue([this, root = std::move(root), request = std::move(request)] {
+        auto result = DiskExplorer::scan(m_parts.directoryWalker, m_parts.clock, root, request);
+        onMain([this, root, result = std::move(result)]() mutable { finishExploring(root, std::move(result)); });
     });
 }
 
-void WorkspaceStore::finishExploring(const std::string& folder, DiskExplorerResult result) {
-    m_explorerHistory.visit(folder, result);
-    explorerProgress.set(std::nullopt);
+void WorkspaceStore::finishExploring(const std::string& root, DiskExplorerResult result) {
+    m_explorerHistory.visit(root, result);
     explorerResult.set(std::move(result));
     isExploring.set(false);
+    explorerProgress.set(std::nullopt);
 }
 
 void WorkspaceStore::stopExploring() {
@@ -52,26 +60,29 @@ void WorkspaceStore::rescanExplorer() {
 }
 
 void WorkspaceStore::exploreParent() {
+    if (const auto root = explorerRoot.get()) {
+        explore(ExplorerListing::parentOf(*root));
+    }
 }
 
 void WorkspaceStore::goBackInExplorer() {
-    if (!isExploring.get() && canGoBackInExplorer()) {
+    if (canGoBackInExplorer()) {
         showVisit(m_explorerHistory.goBack());
     }
 }
 
 void WorkspaceStore::goForwardInExplorer() {
-    if (!isExploring.get() && canGoForwardInExplorer()) {
+    if (canGoForwardInExplorer()) {
         showVisit(m_explorerHistory.goForward());
     }
 }
 
 bool WorkspaceStore::canGoBackInExplorer() const {
-    return m_explorerHistory.canGoBack();
+    return !isExploring.get() && m_explorerHistory.canGoBack();
 }
 
 bool WorkspaceStore::canGoForwardInExplorer() const {
-    return m_explorerHistory.canGoForward();
+    return !isExploring.get() && m_explorerHistory.canGoForward();
 }
 
 const DiskExplorerResult* WorkspaceStore::rememberedResult(const std::string& folder) const {
