@@ -37,22 +37,26 @@ bool ListRow::event(QEvent* event) {
     return Painted::event(event);
 }
 
+std::optional<Colour> ListRow::ground() const {
+    return m_hovered ? std::optional(Colour::cardHover) : std::nullopt;
+}
+
 void ListRow::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_hovered) {
+    if (const std::optional<Colour> colour = ground()) {
         // The rounded corners of the card stay free.
         const double radius = Metrics::px(12) - 1;
-        QPainterPath ground;
-        ground.setFillRule(Qt::WindingFill);
-        ground.addRoundedRect(QRectF(rect()), radius, radius);
+        QPainterPath shape;
+        shape.setFillRule(Qt::WindingFill);
+        shape.addRoundedRect(QRectF(rect()), radius, radius);
         if (!m_first) {
-            ground.addRect(QRectF(0, 0, width(), radius));
+            shape.addRect(QRectF(0, 0, width(), radius));
         }
         if (!m_last) {
-            ground.addRect(QRectF(0, height() - radius, width(), radius));
+            shape.addRect(QRectF(0, height() - radius, width(), radius));
         }
-        painter.fillPath(ground.simplified(), Theme::colour(Colour::cardHover));
+        painter.fillPath(shape.simplified(), Theme::colour(*colour));
     }
     if (!m_first) {
         Paint::hairline(painter, sidePadding, 0, width() - 2 * sidePadding);

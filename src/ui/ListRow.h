@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QList>
+#include <optional>
 
 #include "ui/Painted.h"
+#include "ui/Theme.h"
 
 namespace kestrune {
 
@@ -25,6 +27,9 @@ public:
 protected:
     /// Draws the row over its ground.
     virtual void paintRow(QPainter& painter) = 0;
+
+    /// What the row lies on, over its card; nothing for the card itself.
+    [[nodiscard]] virtual std::optional<Colour> ground() const;
 
     /// The pointer came over the row or its buttons, or left.
     virtual void hoverChanged(bool /*hovered*/) {}

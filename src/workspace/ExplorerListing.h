@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "explorer/DiskExplorerResult.h"
@@ -41,7 +42,16 @@ constexpr std::size_t rowsAtMost = 200;
 [[nodiscard]] std::vector<ExplorerRow> folderRows(const DiskExplorerResult& result);
 [[nodiscard]] std::vector<ExplorerRow> fileRows(const DiskExplorerResult& result, const std::string& root);
 
-/// From home or "/" down to root, which is last.
+/// What a list that shows one selection of rows shows next. Where it is held, because somebody is at it, its rows keep
+/// their places and take the new figures: rows that are gone stay as they were, new ones follow below, as far as there
+/// are rows now. Where it is not held, or nothing that is shown is left, it shows now.
+[[nodiscard]] std::vector<ExplorerRow> mergedRows(const std::vector<ExplorerRow>& shown,
+                                                  const std::vector<ExplorerRow>& now, bool held);
+
+/// Crumbs at most; a deeper folder has one called "…" in the place of those that are left out.
+constexpr std::size_t crumbsAtMost = 64;
+
+/// From home or "/" down to root, which is last. home may be empty: not known.
 [[nodiscard]] std::vector<ExplorerCrumb> crumbs(const std::string& root, const std::string& home);
 
 /// "184,236 inspected · 161,902 files"
@@ -55,6 +65,15 @@ constexpr std::size_t rowsAtMost = 200;
 
 /// Whether the list of folders was cut at rowsAtMost.
 [[nodiscard]] bool isCut(const DiskExplorerResult& result);
+
+/// path for a tooltip or a screen reader: well-formed, visible, and at most 300 characters long.
+[[nodiscard]] std::string readablePath(std::string_view path);
+
+/// count with separators between thousands: "184,236".
+[[nodiscard]] std::string grouped(std::int64_t count);
+
+/// share in whole percent: "27%", "<1%" for what is less and not 0, and "100%" for nothing less than all.
+[[nodiscard]] std::string percentText(double share);
 
 /// The folder above; empty for "/".
 [[nodiscard]] std::string parentOf(const std::string& folder);

@@ -1,0 +1,177 @@
+#include "ui/Breadcrumb.h"
+
+#include <QEvent>
+#include <QMenu>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+#include "ui/Button.h"
+#include "ui/CrumbButton.h"
+#include "ui/Icons.h"
+#include "ui/Paint.h"
+#include "ui/TabOrder.h"
+#include "ui/TextLabel.h"
+#include "ui/UiText.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr int symbolSize = 16;
+constexpr int groupGap = 12;
+constexpr int smallGap = 4;
+constexpr int smallestCurrent = 40;  // elided further, a name says nothing
+constexpr qsizetype labelMeasured = 200;
+
+QString separator() {
+    return QStringLiteral("›");
+}
+
+QString labelOf(const ExplorerCrumb& crumb) {
+    return QString::fromStdString(crumb.label).left(labelMeasured);
+}
+
+int separatorWidth() {
+    return Metrics::width(FontRole::body, separator()) + 2;
+}
+
+Button* iconButton(const QString& name, const QString& symbol, QWidget* parent) {
+    auto* button = new Button(Button::Kind::quiet, QString(), parent);
+    button->setSymbol(symbol);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setEnabled(false);
+    return button;
+}
+
+}  // namespace
+
+Breadcrumb::Breadcrumb(QWidget* parent)
+    : QWidget(parent),
+      m_back(iconButton(QStringLiteral("Back"), QStringLiteral("chevron.left"), this)),
+      m_forward(iconButton(QStringLiteral("Forward"), QStringLiteral("chevron.right"), this)),
+      m_up(new Button(Button::Kind::quiet, QStringLiteral("Up one folder"), this)),
+      m_hidden(new CrumbButton(this)),
+      m_current(new TextLabel(FontRole::bodyStrong, Colour::text1, this)),
+      m_counts(new TextLabel(FontRole::detail, Colour::text3, this)) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_up->setSymbol(QStringLiteral("arrow.up"));
+    m_up->setEnabled(false);
+    m_hidden->setLabel(QStringLiteral("…"));
+    m_hidden->setAccessibleName(QStringLiteral("Folders above"));
+    m_hidden->setToolTip(QStringLiteral("Folders above"));
+    m_hidden->hide();
+    m_current->setFit(TextLabel::Fit::elideEnd);
+    m_counts->setAlignment(Qt::AlignRight);
+    connect(m_back, &Button::clicked, this, &Breadcrumb::backWanted);
+    connect(m_forward, &Button::clicked, this, &Breadcrumb::forwardWanted);
+    connect(m_up, &Button::clicked, this, &Breadcrumb::upWanted);
+    connect(m_hidden, &CrumbButton::clicked, this, &Breadcrumb::openMenu);
+}
+
+void Breadcrumb::setFolder(std::vector<ExplorerCrumb> crumbs) {
+    if (m_crumbs != crumbs) {
+        m_crumbs = std::move(crumbs);
+        place();
+    }
+}
+
+void Breadcrumb::setCounts(const QString& counts) {
+    if (m_counts->text() != counts) {
+        m_counts->setText(counts);
+        place();
+    }
+}
+
+void Breadcrumb::setCanGoBack(bool can) {
+    m_back->setEnabled(can);
+}
+
+void Breadcrumb::setCanGoForward(bool can) {
+    m_forward->setEnabled(can);
+}
+
+void Breadcrumb::setCanGoUp(bool can) {
+    m_up->setEnabled(can);
+}
+
+void Breadcrumb::setCanChoose(bool can) {
+    m_canChoose = can;
+    m_hidden->setEnabled(can);
+    for (CrumbButton* button : m_buttons) {
+        button->setEnabled(can);
+    }
+}
+
+QSize Breadcrumb::sizeHint() const {
+    return {Metrics::px(480), m_up->sizeHint().height()};
+}
+
+QSize Breadcrumb::minimumSizeHint() const {
+    return {Metrics::px(320), m_up->sizeHint().height()};
+}
+
+int Breadcrumb::crumbWidth(std::size_t index) const {
+    return CrumbButton::widthOf(labelOf(m_crumbs[index])) + separatorWidth();
+}
+
+void Breadcrumb::place() {
+    const auto centred = [this](QWidget* piece, int left, QSize size) {
+        piece->setGeometry(left, (height() - size.height()) / 2, size.width(), size.height());
+        return left + size.width();
+    };
+    int left = centred(m_back, 0, m_back->sizeHint());
+    left = centred(m_forward, left, m_forward->sizeHint());
+    left = centred(m_up, left + Metrics::px(smallGap), m_up->sizeHint());
+    m_symbolLeft = left + Metrics::px(groupGap);
+    left = m_symbolLeft + Metrics::px(symbolSize) + Metrics::px(smallGap);
+    const QSize counts = m_counts->sizeHint();
+    centred(m_counts, width() - counts.width(), counts);
+    const int right = width() - counts.width() - Metrics::px(groupGap);
+    if (m_crumbs.empty()) {
+        showCrumbs(0, left, right);
+        return;
+    }
+    const int current = std::min(m_current->sizeHint().width(), Metrics::px(smallestCurrent));
+    static_cast<void>(current);
+    showCrumbs(0, left, right);
+    update();
+}
+
+void Breadcrumb::showCrumbs(std::size_t first, int left, int right) {
+    m_firstShown = first;
+    static_cast<void>(left);
+    static_cast<void>(right);
+}
+
+void Breadcrumb::openMenu() {
+}
+
+void Breadcrumb::chainFocus() {
+}
+
+void Breadcrumb::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const int symbol = Metrics::px(symbolSize);
+    Icons::draw(painter, QPointF(m_symbolLeft, (height() - symbol) / 2.0), QStringLiteral("folder"),
+                Theme::colour(Colour::text2), symbol);
+    for (const int left : m_separators) {
+        Paint::text(painter, QRect(left, 0, separatorWidth(), height()), FontRole::body, Theme::colour(Colour::text2),
+                    separator());
+    }
+}
+
+void Breadcrumb::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    place();
+}
+
+void Breadcrumb::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        place();
+    }
+}
+
+}  // namespace kestrune
