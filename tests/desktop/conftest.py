@@ -1,6 +1,9 @@
 """Fixtures; a failed test leaves a picture of the screen and the accessibility tree in the pictures folder."""
+import contextlib
 import os
 import re
+import shutil
+import subprocess
 from pathlib import Path
 
 import pytest
@@ -19,7 +22,8 @@ def pytest_runtest_makereport(item, call):
     if report.when == 'call' and report.failed:
         PICTURES.mkdir(parents=True, exist_ok=True)
         name = re.sub(r'\W+', '-', item.name)
-        picture(PICTURES / f'failed-{name}.png')
+        with contextlib.suppress(subprocess.CalledProcessError):
+            picture(PICTURES / f'failed-{name}.png')
         for program in getattr(item, 'programs', []):
             if program.is_running() and program._windows:
                 (PICTURES / f'failed-{name}.txt').write_text(program.windows.describe(), encoding='utf-8')
@@ -28,8 +32,10 @@ def pytest_runtest_makereport(item, call):
 
 @pytest.fixture
 def home(tmp_path):
-    """The home of a developer with six caches large enough to be listed."""
-    return Home(tmp_path).furnish()
+    """The home of a developer with six caches large enough to be listed. Its space is given back with the test."""
+    yield Home(tmp_path).furnish()
+    for folder in tmp_path.iterdir():
+        shutil.rmtree(folder, ignore_errors=True)
 
 
 @pytest.fixture

@@ -82,16 +82,13 @@ class Home:
         return json.loads(self.preferences_file.read_text(encoding='utf-8'))
 
     def trashed(self):
-        """The original paths of what lies in the Trash, as trash-list reads it."""
-        lines = self._tool('trash-list').splitlines()
-        return sorted(line.split(' ', 2)[2] for line in lines)
+        """The original paths of what of this home lies in the Trash, as trash-list reads it: that lists every disk."""
+        paths = [line.split(' ', 2)[2] for line in self._tool('trash-list').splitlines()]
+        return sorted(path for path in paths if path.startswith(f'{self.folder}/'))
 
     def restore_from_trash(self, path):
         """Restores the one trashed item that lay at path."""
         self._tool('trash-restore', str(path), answer='0\n')
-
-    def empty_trash(self):
-        self._tool('trash-empty', answer='y\n')
 
     def _tool(self, *command, answer=None):
         done = subprocess.run(command, input=answer, capture_output=True, text=True, check=False, cwd=self.folder,

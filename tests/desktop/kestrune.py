@@ -4,7 +4,7 @@ import re
 import subprocess
 from pathlib import Path
 
-from desk import Tray, Windows, output, wait
+from desk import PATIENCE, Tray, Windows, bring_to_front, press_keys, wait
 
 PROGRAM = os.environ.get('KESTRUNE', '')
 PAGES = ['Overview', 'Storage', 'Disk Explorer', 'AI Tools', 'Running Apps', 'Automation', 'Activity', 'Settings']
@@ -54,7 +54,7 @@ class Kestrune:
     def is_running(self):
         return self.process.poll() is None
 
-    def wait_until_gone(self, seconds=15):
+    def wait_until_gone(self, seconds=PATIENCE):
         """The exit code."""
         return self.process.wait(seconds)
 
@@ -62,7 +62,7 @@ class Kestrune:
         if self.is_running():
             self.process.terminate()
         try:
-            self.process.wait(10)
+            self.process.wait(PATIENCE)
         except subprocess.TimeoutExpired:
             self.process.kill()
             self.process.wait()
@@ -90,6 +90,13 @@ class Kestrune:
                                capture_output=True, text=True, check=False)
         return set(found.stdout.split())
 
+    def opened_popup(self, before=frozenset()):
+        """The popup that was not there before, once it takes the keyboard and the pointer."""
+        popups = wait(lambda: self.popups() - before, 'a popup on the screen')
+        # It is visible first. Whoever answers again has opened it to the end.
+        assert self.tray.title
+        return popups
+
     def window_id(self, title='Kestrune'):
         """The X11 window with this title, or nothing while it is not on the screen."""
         found = subprocess.run(['xdotool', 'search', '--all', '--onlyvisible', '--pid', str(self.process.pid), '--name',
@@ -101,12 +108,13 @@ class Kestrune:
 
     def close_window(self):
         """As the window's close button does."""
-        window = wait(self.window_id, 'the window on the screen')
-        output('xdotool', 'windowactivate', '--sync', window)
-        # The window manager answers the key only once it has given the window its focus, which comes a moment later.
-        wait(lambda: output('xdotool', 'getwindowfocus').strip() == window, 'the keyboard to come to the window')
-        output('xdotool', 'key', 'alt+F4')
+        self.press_keys('alt+F4')
         wait(lambda: not self.window_id(), 'the window to close')
+
+    def press_keys(self, *keys, title='Kestrune'):
+        """On the keyboard, in the window with this title."""
+        bring_to_front(wait(lambda: self.window_id(title), f'the window {title!r} on the screen'))
+        press_keys(*keys)
 
     def show_page(self, page):
         self.windows.select('Pages', page)
@@ -114,7 +122,7 @@ class Kestrune:
 
     def page(self):
         """The page whose sidebar entry is selected."""
-        return next((item.get_name() for item in Windows.children(self.windows.list_named('Pages'))
+        return next((Windows.name(item) for item in Windows.children(self.windows.list_named('Pages'))
                      if Windows.has(item, 'SELECTED')), None)
 
     def open_ports(self):
@@ -128,13 +136,13 @@ class Kestrune:
     def row(self, process):
         """The row of the process with this number, in whichever window shows it, or None."""
         pattern = re.compile(rf'\bPID {process}\b')
-        return next((node for node in self.windows.walk()
-                     if node.get_role_name() == 'list item' and pattern.search(node.get_name() or '')), None)
+        return next((node for node in self.windows.walk(closed=('list item',))
+                     if self.windows.role(node) == 'list item' and pattern.search(self.windows.name(node))), None)
 
     def row_text(self, process):
         """What a screen reader reads at the row; empty without one."""
         row = self.row(process)
-        return row.get_name() if row else ''
+        return self.windows.name(row) if row else ''
 
     def wait_for_row(self, process, text=''):
         wait(lambda: text in self.row_text(process) and self.row(process),
@@ -144,15 +152,14 @@ class Kestrune:
         """The control of the row whose name begins with label, or None."""
         row = self.row(process)
         return row and next((node for node in self.windows.walk(row)
-                             if (node.get_name() or '').startswith(label)), None)
+                             if self.windows.name(node).startswith(label)), None)
 
     def can_press_in_row(self, process, label):
         control = self.row_control(process, label)
         return bool(control) and Windows.has(control, 'ENABLED')
 
     def press_in_row(self, process, label):
-        control = wait(lambda: self.row_control(process, label), f'{label!r} in the row of process {process}')
-        self.windows.press(control.get_name(), self.row(process))
+        self.windows.use(lambda: self.row_control(process, label), f'{label!r} in the row of process {process}')
 
     # Storage.
 
@@ -165,8 +172,7 @@ class Kestrune:
 
     def listed(self):
         """The titles of the caches on the Storage page, in their order."""
-        names = [node.get_name() or '' for node in self.windows.walk()
-                 if node.get_role_name() == 'check box']
+        names = [self.windows.name(node) for node in self.windows.walk() if self.windows.role(node) == 'check box']
         return [name.removeprefix('Select ') for name in names if name.startswith('Select ')]
 
     def choose(self, *titles):

@@ -5,7 +5,7 @@ import signal
 import subprocess
 import sys
 
-from desk import output, wait
+from desk import PATIENCE, bring_to_front, listed_windows, output, wait
 
 SERVER = '''
 import signal, socket, sys
@@ -37,7 +37,7 @@ class Program:
     def is_running(self):
         return self.process.poll() is None
 
-    def wait_until_gone(self, seconds=15):
+    def wait_until_gone(self, seconds=PATIENCE):
         """The exit code; a signal's number, negative, when one ended it."""
         return self.process.wait(seconds)
 
@@ -60,16 +60,17 @@ class Application(Program):
 
     def __init__(self, *command):
         super().__init__(*command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        wait(self.windows, f'a window of {command[0]}', 30)
+        wait(self.windows, f'a window of {command[0]}')
 
     def windows(self):
         """The X11 windows that a window list has, with their titles."""
         found = subprocess.run(['xdotool', 'search', '--all', '--onlyvisible', '--pid', str(self.pid),
                                 '--name', '.'], capture_output=True, text=True, check=False).stdout.split()
-        return {window: output('xdotool', 'getwindowname', window).strip() for window in found}
+        return {window: output('xdotool', 'getwindowname', window).strip()
+                for window in listed_windows() if window in found}
 
     def activate(self):
-        output('xdotool', 'windowactivate', '--sync', next(iter(self.windows())))
+        bring_to_front(next(iter(wait(self.windows, 'its window'))))
 
     def hang(self):
         """It answers nothing any more, like a program stuck in a loop."""

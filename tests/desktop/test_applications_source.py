@@ -6,10 +6,11 @@ import os
 import shutil
 import signal
 import subprocess
+from pathlib import Path
 
 import pytest
 
-from desk import Windows, output, wait
+from desk import PATIENCE, Windows, bring_to_front, output, press_keys, wait
 
 PROBE = os.environ.get('KESTRUNE_PROBE', '')
 WINDOWS = os.environ.get('KESTRUNE_WINDOWS', '')
@@ -157,19 +158,19 @@ def test_front_application_follows_the_user_and_each_change_is_told_once(windows
     one, two = windows('class=One', 'normal'), windows('class=Two', 'normal', 'normal')
     settled([one, two])
     first, second = window_of(one), window_of(two)
-    output('xdotool', 'windowactivate', '--sync', first)
+    bring_to_front(first)
     watcher = run(PROBE, 'apps-watch')
     assert json.loads(watcher.stdout.readline()) == 'watching'
     seen = []
     for window, program in ((second, two), (first, one), (second, two), (first, one)):
-        output('xdotool', 'windowactivate', '--sync', window)
+        bring_to_front(window)
         seen.append(json.loads(watcher.stdout.readline())['pid'])
         assert ask('apps')['frontmost'] == program.pid
     assert seen == [two.pid, one.pid, two.pid, one.pid]
     # Another window of the same program is no change, and nothing was told twice.
     others = output('xdotool', 'search', '--onlyvisible', '--pid', str(two.pid)).split()
     for window in (*others, *others):
-        output('xdotool', 'windowactivate', '--sync', window)
+        bring_to_front(window)
     watcher.stdin.close()
     assert [json.loads(line)['pid'] for line in watcher.stdout] == [two.pid]
 
@@ -177,7 +178,7 @@ def test_front_application_follows_the_user_and_each_change_is_told_once(windows
 def test_parts_of_the_desktop_do_not_come_to_the_front(windows):
     program = windows('normal')
     shown(program)
-    output('xdotool', 'windowactivate', '--sync', window_of(program))
+    bring_to_front(window_of(program))
     desktop = windows('desktop')
     shown(desktop)
     assert ask('apps')['frontmost'] in (program.pid, None)
@@ -190,7 +191,8 @@ def test_quitting_brings_the_programs_own_question_and_does_not_end_it(run, tmp_
     editor = run('mousepad', str(tmp_path / 'note.txt'))
     shown(editor)
     window = window_of(editor)
-    output('xdotool', 'windowactivate', '--sync', window, 'key', 'x')
+    bring_to_front(window)
+    press_keys('x')
     wait(lambda: '*' in output('xdotool', 'getwindowname', window), 'the text to be changed')
     assert ask('apps-quit', str(editor.pid)) == 'accepted'
     dialog = Windows(editor.pid)
@@ -203,7 +205,7 @@ def test_quitting_ends_a_program_without_unsaved_work(run):
     calculator = run('galculator')
     shown(calculator)
     assert ask('apps-quit', str(calculator.pid)) == 'accepted'
-    assert calculator.wait(15) == 0
+    assert calculator.wait(PATIENCE) == 0
     assert application(calculator) is None
 
 
@@ -213,7 +215,7 @@ def test_each_main_window_is_asked_once(windows):
     assert ask('apps-quit', str(program.pid)) == 'accepted'
     assert [program.stdout.readline() for _ in range(2)] == ['asked\n'] * 2
     program.stdin.close()
-    assert program.wait(15) == 0
+    assert program.wait(PATIENCE) == 0
     assert program.stdout.read() == ''
 
 
@@ -224,7 +226,7 @@ def test_program_that_cannot_be_asked_declines_and_lives_on(windows, kind):
     assert ask('apps-quit', str(program.pid)) == 'declined'
     # It is still connected, and nobody told it anything.
     program.stdin.close()
-    assert program.wait(15) == 0
+    assert program.wait(PATIENCE) == 0
     assert program.stdout.read() == ''
 
 
@@ -247,7 +249,7 @@ def test_force_quitting_ends_the_process_at_once(windows):
     program = windows('stubborn')
     shown(program)
     assert ask('apps-quit', str(program.pid), 'force') == 'accepted'
-    assert program.wait(15) == -signal.SIGKILL
+    assert program.wait(PATIENCE) == -signal.SIGKILL
 
 
 def test_unknown_process_is_no_application():
@@ -268,7 +270,7 @@ def test_server_that_does_not_answer_holds_nobody_up(windows, run):
     # It was told of a change and has asked what changed; it ends while the server still answers nobody.
     watcher.stdin.close()
     try:
-        assert watcher.wait(5) == 0
+        assert watcher.wait(PATIENCE) == 0
     finally:
         program.stdin.write('\n')
         program.stdin.flush()
@@ -288,19 +290,22 @@ def test_server_that_goes_away_ends_nothing(run, tmp_path):
         with watcher:
             assert json.loads(watcher.stdout.readline()) == 'watching'
             server.terminate()
-            server.wait(15)
-            wait(lambda: not any('socket' in os.readlink(f'/proc/{watcher.pid}/fd/{name}')
-                                 and connected_to_display(watcher.pid, name, environment['DISPLAY'])
-                                 for name in os.listdir(f'/proc/{watcher.pid}/fd')), 'the connection to be closed')
+            server.wait(PATIENCE)
+            wait(lambda: not is_connected(watcher.pid, environment['DISPLAY']), 'the connection to be closed')
             assert watcher.poll() is None
             watcher.stdin.close()
-            assert watcher.wait(15) == 0
+            assert watcher.wait(PATIENCE) == 0
 
 
-def connected_to_display(process, descriptor, display):
-    inode = os.readlink(f'/proc/{process}/fd/{descriptor}').partition('[')[2].rstrip(']')
+def is_connected(process, display):
+    """Whether the process has a connection to the display."""
+    opened = set()
+    for descriptor in Path(f'/proc/{process}/fd').iterdir():
+        with contextlib.suppress(FileNotFoundError):  # closed since it was listed
+            opened.add(os.readlink(descriptor))
     with open('/proc/net/unix', encoding='utf-8') as sockets:
-        return any(line.split()[6] == inode and line.rstrip().endswith(f'X11-unix/X{display[1:]}') for line in sockets)
+        return any(f'socket:[{line.split()[6]}]' in opened and line.rstrip().endswith(f'X11-unix/X{display[1:]}')
+                   for line in sockets)
 
 
 def test_without_a_display_there_are_no_applications():

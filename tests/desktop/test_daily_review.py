@@ -8,7 +8,7 @@ def test_the_first_review_comes_within_the_first_minute(app, home):
     wait(lambda: home.preferences().get('kestrune_scan_reminders') is True, 'the stored setting')
     assert 'kestrune_last_scan_reminder' not in home.preferences()
     before = home.files()
-    body = Notifications.wait_for('Your daily storage review', 75)[2]
+    body = Notifications.wait_for('Your daily storage review', 120)[2]
     assert body == ('Kestrune is scanning supported cache locations. Open Storage to review the results. Nothing is '
                     'deleted automatically.')
     wait(lambda: 'kestrune_last_scan_reminder' in home.preferences(), 'the stored time')

@@ -2,7 +2,7 @@
 import json
 import signal
 
-from desk import frame_of, output, press_keys, wait
+from desk import frame_of, has_keyboard, output, press_keys, wait
 from kestrune import PORT_WINDOW
 from programs import Server, is_free
 
@@ -63,12 +63,13 @@ def test_a_server_of_any_name_is_found_by_its_port(app, tmp_path):
         assert app.row_text(server.pid).startswith('my own & server')
 
 
-def test_refresh_finds_a_server_started_meanwhile(app, tmp_path):
+def test_refresh_finds_a_server_started_meanwhile(app, server, tmp_path):
     app.open_ports()
-    with Server(tmp_path / 'bin', 'node', '*') as server:
-        assert not app.row(server.pid)
+    app.wait_for_row(server.pid)  # the first listing is done
+    with Server(tmp_path / 'bin', 'node', '*') as later:
+        assert not app.row(later.pid)
         app.windows.press('Refresh', app.windows.window(PORT_WINDOW))
-        app.wait_for_row(server.pid)
+        app.wait_for_row(later.pid)
 
 
 def test_a_protected_server_can_only_be_looked_at(start, server, home):
@@ -95,10 +96,10 @@ def test_a_server_that_ended_before_it_was_stopped_is_told_of(app, server, home)
 
 def test_the_keyboard_is_enough(app, server, home):
     app.open()
-    output('xdotool', 'windowactivate', '--sync', wait(app.window_id, 'the window on the screen'))
-    press_keys('ctrl+n')
-    wait(app.port_window_id, 'the port window on the screen')
+    app.press_keys('ctrl+n')
+    ports = wait(app.port_window_id, 'the port window on the screen')
     app.wait_for_row(server.pid)
+    wait(lambda: has_keyboard(ports), 'the keyboard to come to the port window')
 
     def tab_until(arrived, what):
         for _ in range(80):
@@ -111,30 +112,39 @@ def test_the_keyboard_is_enough(app, server, home):
 
     def is_our_button(node):
         button = app.row_control(server.pid, 'Stop process')
-        return node.get_name().startswith('Stop process') and button == node
+        return app.windows.name(node).startswith('Stop process') and button == node
 
     tab_until(is_our_button, 'the button of the server')
     press_keys('space')
-    stop_question(app, server)
-    tab_until(lambda node: node.get_name() == 'Quit', 'the button Quit')
+    dialog = stop_question(app, server)
+    wait(lambda: app.windows.focused() in list(app.windows.walk(dialog)), 'the keyboard to come to the question')
+    tab_until(lambda node: app.windows.name(node) == 'Quit', 'the button Quit')
     press_keys('Return')
     assert server.wait_until_gone() == -signal.SIGTERM
     wait(home.activity, 'the entry in the log')
     wait(lambda: not app.windows.dialog(), 'the question to close')
+    wait(lambda: has_keyboard(ports), 'the keyboard to return to the port window')
     press_keys('Escape')
     wait(lambda: not app.port_window_id(), 'the port window to close')
-    assert app.window_id() and app.is_running()
+    wait(app.window_id, 'the window behind it')
+    assert app.is_running()
 
 
 def test_the_window_is_centred_and_listed_anew_each_time(app, tmp_path):
     app.open_ports()
     window = app.port_window_id()
-    output('xdotool', 'windowmove', '--sync', window, '20', '60')
-    output('xdotool', 'windowactivate', '--sync', window)
-    press_keys('Escape')
+    before = frame_of(window)
+    output('xdotool', 'windowmove', window, '20', '60')
+    wait(lambda: frame_of(window) != before, 'the port window to move')
+    app.press_keys('Escape', title=PORT_WINDOW)
     wait(lambda: not app.port_window_id(), 'the port window to close')
     with Server(tmp_path / 'bin', 'node', '*') as server:
         app.open_ports()
         app.wait_for_row(server.pid)
-        left, _, width, _ = frame_of(app.port_window_id())
-        assert abs(left + width / 2 - 1440 / 2) <= 8
+
+        def is_centred():
+            left, _, width, _ = frame_of(window)
+            return abs(left + width / 2 - 1440 / 2) <= 8
+
+        window = wait(app.port_window_id, 'the port window on the screen again')
+        wait(is_centred, 'the port window in the middle')

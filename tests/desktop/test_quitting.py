@@ -104,7 +104,7 @@ def may_drop_caches():
 def test_clearing_memory_tells_truly_how_it_went(app, home):
     app.tray.click(CLEAR_MEMORY)
     app.answer('Continue')
-    entry = wait(home.activity, 'the entry in the log', 70)[0]
+    entry = wait(home.activity, 'the entry in the log', 150)[0]
     if may_drop_caches():
         expected = ('Inactive memory cleared', 'macOS completed the purge command; memory will be reused as needed.',
                     False, 'Memory action completed.')

@@ -82,9 +82,12 @@ def test_the_activity_is_still_there(app, start):
 def test_the_window_comes_back_where_it_was(app, start):
     app.open()
     window = wait(app.window_id, 'the window on the screen')
-    output('xdotool', 'windowsize', '--sync', window, '1000', '690')
-    output('xdotool', 'windowmove', '--sync', window, '211', '101')
-    left = wait(lambda: frame_of(window)[2:] == (1000, 690) and frame_of(window), 'the new frame')
+    output('xdotool', 'windowsize', window, '1000', '690')
+    wait(lambda: frame_of(window)[2:] == (1000, 690), 'the new size')
+    before = frame_of(window)
+    output('xdotool', 'windowmove', window, '211', '101')
+    wait(lambda: frame_of(window) != before, 'the new place')
+    left = frame_of(window)
     app.close_window()
     app.stop()
 

@@ -90,7 +90,7 @@ def test_cancel_ends_nothing(app, galculator, home):
 def choose_force_quit(app, program):
     before = app.popups()
     app.press_in_row(program.pid, 'More actions')
-    wait(lambda: app.popups() - before, 'the menu on the screen')
+    app.opened_popup(before)
     press_keys('Return')  # on its one line, which is chosen already
     return app.wait_for_dialog()
 

@@ -84,9 +84,9 @@ def test_closing_the_window_only_hides_it(app):
     assert app.is_running()
 
 
-def background(app, path):
+def background(window, path):
     """The colour between the header and the right edge of the window."""
-    picture(path, app.window_id())
+    picture(path, window)
     return pixel(path, 600, 8)
 
 
@@ -94,9 +94,9 @@ def test_the_window_follows_the_desktop_into_the_dark_and_back(start, tmp_path):
     with ColourScheme(dark=True) as scheme:
         app = start().open()
         shot = tmp_path / 'shot.png'
-        wait(app.window_id, 'the window on the screen')
-        wait(lambda: background(app, shot) == DARK, 'the dark window')
+        window = wait(app.window_id, 'the window on the screen')
+        wait(lambda: background(window, shot) == DARK, 'the dark window')
         scheme.change(dark=False)
-        wait(lambda: background(app, shot) == LIGHT, 'the light window')
+        wait(lambda: background(window, shot) == LIGHT, 'the light window')
         scheme.change(dark=True)
-        wait(lambda: background(app, shot) == DARK, 'the dark window')
+        wait(lambda: background(window, shot) == DARK, 'the dark window')

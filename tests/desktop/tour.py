@@ -8,9 +8,9 @@ from pathlib import Path
 program, pictures = sys.argv[1], Path(sys.argv[2])
 os.environ['KESTRUNE'] = program
 
-from desk import ColourScheme, Notifications, output, picture, put_pointer_aside, wait  # noqa: E402
+from desk import ColourScheme, Notifications, picture, press_keys, put_pointer_aside, wait  # noqa: E402
 from home import BUILD_CACHES, Home  # noqa: E402
-from kestrune import PAGES, QUIT, Kestrune  # noqa: E402
+from kestrune import PAGES, PORT_WINDOW, QUIT, Kestrune  # noqa: E402
 from programs import Application, Server  # noqa: E402
 
 
@@ -21,15 +21,15 @@ def settled_picture(path, window):
         picture(path, window)
         return path.read_bytes() == before
     path.unlink(missing_ok=True)
-    wait(is_settled, f'{path.name} to settle', 10)
+    wait(is_settled, f'{path.name} to settle')
 
 
 def tour(app, look):
     Notifications.forget()  # what is still shown would cover the window
     app.tray.activate()
-    wait(app.popups, 'the menu')
+    app.opened_popup()
     settled_picture(pictures / f'menu-{look}.png', 'root')
-    output('xdotool', 'key', 'Escape')
+    press_keys('Escape')
     wait(lambda: not app.popups(), 'the menu to close')
     app.scan()
     app.choose(*BUILD_CACHES)
@@ -39,7 +39,7 @@ def tour(app, look):
         settled_picture(page_picture(page, look), window)
     app.open_ports()
     settled_picture(pictures / f'ports-{look}.png', app.port_window_id())
-    output('xdotool', 'windowactivate', '--sync', app.port_window_id(), 'key', 'Escape')
+    app.press_keys('Escape', title=PORT_WINDOW)
     wait(lambda: not app.port_window_id(), 'the port window to close')
     app.show_page('Storage')
     app.review()
