@@ -43,6 +43,14 @@ LinuxFileDescriptor openWithinMount(int parent, const char* path) {
     return openQuietly(parent, path, folderFlags | O_NOFOLLOW, RESOLVE_NO_XDEV | RESOLVE_NO_SYMLINKS);
 }
 
+const dirent64& recordAt(const char* place) {
+    return *reinterpret_cast<const dirent64*>(place);
+}
+
+bool isSelfOrParent(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
 }  // namespace
 
 LinuxDirectoryReader::LinuxDirectoryReader(std::size_t bufferBytes)
@@ -56,17 +64,35 @@ void LinuxDirectoryReader::begin(int descriptor) {
     m_failed = false;
 }
 
-std::optional<DirectoryRecord> LinuxDirectoryReader::next() {
-    while (m_position < m_filled || fill()) {
-        const auto* record = reinterpret_cast<const dirent64*>(m_buffer.get() + m_position);
-        m_position += record->d_reclen;
-        const char* name = record->d_name;
-        const bool isSelfOrParent = name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
-        if (!isSelfOrParent) {
-            return DirectoryRecord{name, record->d_type, record->d_ino};
+std::optional<DirectoryRecord> LinuxDirectoryReader::nextAhead() {
+    while (m_position < m_filled) {
+        const dirent64& record = recordAt(m_buffer.get() + m_position);
+        m_position += record.d_reclen;
+        if (!isSelfOrParent(record.d_name)) {
+            return DirectoryRecord{record.d_name, record.d_type, record.d_ino};
         }
     }
     return std::nullopt;
+}
+
+std::optional<DirectoryRecord> LinuxDirectoryReader::next() {
+    std::optional<DirectoryRecord> record = nextAhead();
+    while (!record && fill()) {
+        record = nextAhead();
+    }
+    return record;
+}
+
+std::size_t LinuxDirectoryReader::ready(std::size_t atMost) {
+    std::size_t count = 0;
+    do {
+        for (std::size_t position = m_position; position < m_filled && count < atMost;) {
+            const dirent64& record = recordAt(m_buffer.get() + position);
+            position += record.d_reclen;
+            count += isSelfOrParent(record.d_name) ? 0U : 1U;
+        }
+    } while (count == 0 && fill());
+    return count;
 }
 
 bool LinuxDirectoryReader::fill() {
@@ -82,6 +108,7 @@ bool LinuxDirectoryReader::fill() {
 
 LinuxFileDescriptor openFolderToWalk(const std::string& path) {
     if (path.find('\0') != std::string::npos) {
+        errno = ENOENT;  // no name holds a NUL
         return {};
     }
     return openQuietly(AT_FDCWD, path.c_str(), folderFlags, 0);
@@ -89,6 +116,10 @@ LinuxFileDescriptor openFolderToWalk(const std::string& path) {
 
 LinuxFileDescriptor openFolderBelow(int parent, const char* name) {
     return openWithinMount(parent, name);
+}
+
+LinuxFileDescriptor openFolderAgain(int descriptor) {
+    return openWithinMount(descriptor, ".");
 }
 
 LinuxFileDescriptor openFolderAbove(int descriptor, std::size_t levels) {

@@ -21,6 +21,7 @@ struct DirectoryRecord {
 class LinuxDirectoryReader final {
 public:
     static constexpr std::size_t largeBuffer = std::size_t{256} * 1024;  ///< for trees of files
+    static constexpr std::size_t mediumBuffer = std::size_t{32} * 1024;  ///< for one of many that walk together
     static constexpr std::size_t smallBuffer = std::size_t{16} * 1024;   ///< for who lists little and keeps the reader
 
     /// A reader whose buffer takes this many bytes.
@@ -31,6 +32,16 @@ public:
 
     /// The next record, "." and ".." left out; nothing at the end or when the system fails (see failed()).
     [[nodiscard]] std::optional<DirectoryRecord> next();
+
+    /// How many records, up to atMost, next() gives without asking the system. Asks it when there are none; 0 then
+    /// means what nothing means to next().
+    [[nodiscard]] std::size_t ready(std::size_t atMost);
+
+    /// The next of the records that were read ahead; never asks the system.
+    [[nodiscard]] std::optional<DirectoryRecord> nextAhead();
+
+    /// How many bytes of records were read ahead.
+    [[nodiscard]] std::size_t bytesAhead() const { return m_filled - m_position; }
 
     /// Whether the last next() ended because the folder could not be read on.
     [[nodiscard]] bool failed() const { return m_failed; }
@@ -52,6 +63,9 @@ private:
 /// Opens the folder `name` below parent for listing: no link is followed, no mount point entered, nothing but a folder
 /// opened. errno tells why when there is none; EXDEV is a mount point.
 [[nodiscard]] LinuxFileDescriptor openFolderBelow(int parent, const char* name);
+
+/// Opens a folder once more: unlike a duplicated descriptor, it shares no position and no counter with the first.
+[[nodiscard]] LinuxFileDescriptor openFolderAgain(int descriptor);
 
 /// Opens the folder that lies this many levels above the one given, on the same mount.
 [[nodiscard]] LinuxFileDescriptor openFolderAbove(int descriptor, std::size_t levels);

@@ -1,230 +1,99 @@
 #include "platform/linux/LinuxDirectoryWalker.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
+#include <deque>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "platform/linux/LinuxDirectoryReader.h"
+#include "platform/linux/LinuxWalkWorker.h"
 
 namespace kestrune {
 
 namespace {
 
-constexpr std::size_t openFoldersAtMost = 56;
-constexpr std::int64_t bytesOfBlock = 512;
+// More threads than processors: from a disk most of them wait. More than these gain nothing and cost descriptors.
+constexpr std::size_t workersAtMost = 8;
 
-struct Identity {
-    std::uint32_t deviceMajor = 0;
-    std::uint32_t deviceMinor = 0;
-    std::uint64_t inode = 0;
-
-    bool operator==(const Identity&) const = default;
-};
-
-std::optional<Identity> identityOf(int descriptor) {
+std::optional<std::uint64_t> mountOf(int descriptor) {
     struct statx status {};
 
-    if (::statx(descriptor, "", AT_EMPTY_PATH, STATX_INO, &status) != 0) {
+    if (::statx(descriptor, "", AT_EMPTY_PATH, STATX_MNT_ID, &status) != 0) {
         return std::nullopt;
     }
-    return Identity{status.stx_dev_major, status.stx_dev_minor, status.stx_ino};
+    return status.stx_mnt_id;
 }
 
-/// Where the walk stands: an open folder and its depth below the root.
-struct Place {
-    LinuxFileDescriptor folder;
-    std::size_t depth = 0;
-};
+std::deque<WalkTally> talliesFor(const WalkRequest& request) {
+    std::deque<WalkTally> tallies;
+    for (std::size_t worker = 0; worker < workersAtMost; ++worker) {
+        tallies.emplace_back(request.largestLimit);
+    }
+    return tallies;
+}
 
-/// A folder on the way down that still has sub-folders to visit. Its descriptor may be closed to stay within the
-/// bound; then it is found again by climbing, and recognised by its identity.
-struct Branch {
-    Place place;
-    std::size_t firstName = 0;  ///< where its waiting names begin in m_names
-    std::optional<Identity> identity;
-};
-
-/// One walk. Depth first: a folder is listed whole, its sub-folders wait by name on one shared stack, and a folder
-/// whose last sub-folder is being visited is given up, so that a chain of folders, however long, needs two descriptors.
+/// One walk from its open root. What it finds is complete when the caller's own worker is done and the others are gone.
 class Walk final {
 public:
-    explicit Walk(const DirectoryWalker::Cancelled& cancelled) : m_cancelled(cancelled) {}
+    Walk(const WalkRequest& request, std::uint64_t mount)
+        : m_request(request),
+          m_tallies(talliesFor(request)),
+          m_limits(request),
+          m_children(request.childLimit),
+          m_reporter(request, m_tallies, m_children),
+          m_mount(mount) {}
 
-    TreeSize run(const std::string& folder) {
-        m_here.folder = openRoot(folder);
-        if (!m_here.folder) {
-            return {};
+    TreeWalk run(LinuxFileDescriptor root) {
+        TreeWalk found;
+        found.exists = true;
+        found.opened = walkFrom(std::move(root));
+        if (!found.opened) {
+            return found;
         }
-        m_size.opened = true;
-        list();
-        while (m_size.opened && !m_size.cancelled && !m_branches.empty()) {
-            if (enterNext()) {
-                list();
-            }
+        LargestItems largest(std::max<std::int64_t>(m_request.largestLimit, 0));
+        for (WalkTally& tally : m_tallies) {
+            addTally(tally, found, largest);
         }
-        return m_size.opened ? m_size : TreeSize{};
+        found.end = m_limits.end();
+        found.largestFiles = largest.takeSorted();
+        m_children.finish(found);
+        return found;
     }
 
 private:
-    LinuxFileDescriptor openRoot(const std::string& folder) {
-        LinuxFileDescriptor root = openFolderToWalk(folder);
-
-        struct statx status {};
-
-        if (root && ::statx(root.get(), "", AT_EMPTY_PATH, STATX_MNT_ID, &status) == 0) {
-            m_mount = status.stx_mnt_id;
-            return root;
-        }
-        return {};
+    bool walkFrom(LinuxFileDescriptor root) {
+        LinuxWalkJobs jobs([this, &jobs](std::size_t worker, LinuxWalkJob job) {
+            LinuxWalkWorker(partsWith(jobs), m_tallies[worker], 0).run(std::move(job));
+        });
+        LinuxWalkWorker first(partsWith(jobs), m_tallies[0], workersAtMost - 1);
+        LinuxWalkJob whole;
+        whole.folder = std::move(root);
+        first.run(std::move(whole));
+        return !first.rootFailed();
     }
 
-    void list() {
-        const std::size_t firstName = m_names.size();
-        m_reader.begin(m_here.folder.get());
-        bool seenAny = false;
-        while (const auto record = m_reader.next()) {
-            seenAny = true;
-            if (m_cancelled && m_cancelled()) {
-                m_size.cancelled = true;
-                return;
-            }
-            ++m_size.entries;
-            take(*record);
-        }
-        if (m_reader.failed()) {
-            ++m_size.unreadable;
-            m_size.opened = seenAny || m_here.depth > 0;
-        }
-        if (m_names.size() > firstName) {
-            m_branches.push_back({std::move(m_here), firstName, std::nullopt});
-            closeOldest();
-        }
-    }
+    LinuxWalkParts partsWith(LinuxWalkJobs& jobs) { return {m_limits, m_children, m_reporter, jobs, m_mount}; }
 
-    void take(const DirectoryRecord& record) {
-        switch (record.type) {
-            case DT_DIR:
-                keepForLater(record.name);
-                break;
-            case DT_REG:
-            case DT_UNKNOWN:
-                look(record.name);
-                break;
-            default:
-                break;  // links, FIFOs, sockets and devices hold nothing of their own
-        }
-    }
-
-    void keepForLater(const char* name) {
-        m_names += name;
-        m_names += '\0';
-    }
-
-    void look(const char* name) {
-        struct statx status {};
-
-        constexpr int how = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT;
-        constexpr unsigned wanted = STATX_TYPE | STATX_BLOCKS | STATX_MNT_ID;
-        if (::statx(m_here.folder.get(), name, how, wanted, &status) != 0) {
-            ++m_size.unreadable;
-        } else if (S_ISDIR(status.stx_mode)) {
-            keepForLater(name);
-        } else if (S_ISREG(status.stx_mode) && status.stx_mnt_id == m_mount) {
-            addBlocks(status.stx_blocks);
-        }
-    }
-
-    void addBlocks(std::uint64_t blocks) {
-        std::int64_t bytes = 0;
-        if (__builtin_mul_overflow(blocks, bytesOfBlock, &bytes) ||
-            __builtin_add_overflow(m_size.allocatedBytes, bytes, &m_size.allocatedBytes)) {
-            std::abort();
-        }
-    }
-
-    /// Opens the next waiting folder of the innermost branch. False when it could not be opened, or not be reached.
-    bool enterNext() {
-        if (!m_branches.back().place.folder && !climbBack()) {
-            return false;
-        }
-        Branch& branch = m_branches.back();
-        const std::size_t before = m_names.rfind('\0', m_names.size() - 2);
-        const std::size_t start =
-            before == std::string::npos || before < branch.firstName ? branch.firstName : before + 1;
-        LinuxFileDescriptor next = openFolderBelow(branch.place.folder.get(), m_names.data() + start);
-        if (!next && errno != EXDEV) {
-            ++m_size.unreadable;
-        }
-        m_names.resize(start);
-        const std::size_t depth = branch.place.depth + 1;
-        if (start == branch.firstName) {
-            m_here = std::move(branch.place);
-            m_branches.pop_back();
-            m_firstOpen = std::min(m_firstOpen, std::max<std::size_t>(m_branches.size(), 1));
-        }
-        if (!next) {
-            return false;
-        }
-        m_here = {std::move(next), depth};
-        return true;
-    }
-
-    /// The outermost branch stays open, so that there is always a way on; after it, the innermost ones do.
-    void closeOldest() {
-        const std::size_t open = 1 + m_branches.size() - m_firstOpen;
-        if (m_branches.size() > m_firstOpen && open > openFoldersAtMost) {
-            Branch& oldest = m_branches[m_firstOpen];
-            oldest.identity = identityOf(oldest.place.folder.get());
-            oldest.place.folder.reset();
-            ++m_firstOpen;
-        }
-    }
-
-    /// Finds the innermost branch again from where the walk stands. When what lies above is not it, the tree was moved:
-    /// every closed branch is then given up and counted as left half-way.
-    bool climbBack() {
-        Branch& branch = m_branches.back();
-        LinuxFileDescriptor found = openFolderAbove(m_here.folder.get(), m_here.depth - branch.place.depth);
-        if (found && branch.identity && identityOf(found.get()) == branch.identity) {
-            branch.place.folder = std::move(found);
-            m_firstOpen = m_branches.size() - 1;
-            return true;
-        }
-        m_size.unreadable += static_cast<std::int64_t>(m_branches.size() - 1);
-        m_names.resize(m_branches[1].firstName);
-        m_branches.resize(1);
-        m_firstOpen = 1;
-        return false;
-    }
-
-    const DirectoryWalker::Cancelled& m_cancelled;
-    TreeSize m_size;
-    LinuxDirectoryReader m_reader;
-    Place m_here;
-    std::vector<Branch> m_branches;
-    std::size_t m_firstOpen = 1;  ///< m_branches[0] and those from here on have their descriptor
-    std::string m_names;          ///< the waiting names, each closed by a NUL
-    std::uint64_t m_mount = 0;
+    const WalkRequest& m_request;
+    std::deque<WalkTally> m_tallies;
+    WalkLimits m_limits;
+    WalkChildren m_children;
+    WalkReporter m_reporter;
+    const std::uint64_t m_mount;
 };
 
 }  // namespace
 
 TreeWalk LinuxDirectoryWalker::walk(const WalkRequest& request) {
-    const TreeSize size = Walk(request.cancelled).run(request.folder);
-    TreeWalk found;
-    found.exists = found.opened = size.opened;
-    found.entries = size.entries;
-    found.bytes = size.allocatedBytes;
-    found.unreadable = size.unreadable;
-    found.end = size.cancelled ? WalkEnd::cancelled : WalkEnd::finished;
-    return found;
+    LinuxFileDescriptor root = openFolderToWalk(request.folder);
+    TreeWalk unopened;
+    unopened.exists = root || (errno != ENOENT && errno != ENOTDIR);
+    const auto mount = root ? mountOf(root.get()) : std::nullopt;
+    return mount ? Walk(request, *mount).run(std::move(root)) : unopened;
 }
 
 }  // namespace kestrune
