@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFileDialog>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -9,17 +11,20 @@
 
 namespace kestrune {
 
-/// Shows the desktop's folder panel, or Qt's where the desktop has none. Main thread.
+/// Shows the desktop's folder panel, or Qt's where the desktop has none. A folder that a panel cannot express exactly
+/// is not answered at all. Main thread.
 class QtFolderChooser final : public FolderChooser {
 public:
     /// parent answers the window that the panel belongs to, or null when none is visible.
     explicit QtFolderChooser(std::function<QWidget*()> parent);
 
+    /// While a panel is open already, that one comes to the front and the answer is nothing.
     [[nodiscard]] std::optional<std::string> chooseFolder(const std::string& message,
                                                           const std::string& startFolder) override;
 
 private:
     std::function<QWidget*()> m_parent;
+    QPointer<QFileDialog> m_open;
 };
 
 }  // namespace kestrune
