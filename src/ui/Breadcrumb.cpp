@@ -21,15 +21,17 @@ namespace {
 constexpr int symbolSize = 16;
 constexpr int groupGap = 12;
 constexpr int smallGap = 4;
-constexpr int smallestCurrent = 40;  // elided further, a name says nothing
-constexpr qsizetype labelMeasured = 200;
 
 QString separator() {
     return QStringLiteral("›");
 }
 
 QString labelOf(const ExplorerCrumb& crumb) {
-    return QString::fromStdString(crumb.label).left(labelMeasured);
+    return QString::fromStdString(crumb.label);
+}
+
+QString readable(const ExplorerCrumb& crumb) {
+    return QString::fromStdString(ExplorerListing::readablePath(crumb.path));
 }
 
 int separatorWidth() {
@@ -129,26 +131,89 @@ void Breadcrumb::place() {
     const QSize counts = m_counts->sizeHint();
     centred(m_counts, width() - counts.width(), counts);
     const int right = width() - counts.width() - Metrics::px(groupGap);
-    if (m_crumbs.empty()) {
-        showCrumbs(0, left, right);
-        return;
-    }
-    const int current = std::min(m_current->sizeHint().width(), Metrics::px(smallestCurrent));
-    static_cast<void>(current);
-    showCrumbs(0, left, right);
+    showCrumbs(firstThatFits(right - left), left, right);
     update();
 }
 
+std::size_t Breadcrumb::firstThatFits(int room) const {
+    if (m_crumbs.empty()) {
+        return 0;
+    }
+    const std::size_t last = m_crumbs.size() - 1;
+    const int hidden = m_hidden->sizeHint().width() + separatorWidth();
+    int taken = Metrics::width(FontRole::bodyStrong, labelOf(m_crumbs[last])) + 1;
+    std::size_t first = last;
+    while (first > 0) {
+        taken += crumbWidth(first - 1);
+        if (taken + (first > 1 ? hidden : 0) > room) {
+            break;
+        }
+        --first;
+    }
+    return first;
+}
+
 void Breadcrumb::showCrumbs(std::size_t first, int left, int right) {
+    const QWidget* focused = window()->focusWidget();
+    const bool hadFocus = std::find(m_buttons.begin(), m_buttons.end(), focused) != m_buttons.end();
+    const std::size_t ancestors = m_crumbs.empty() ? 0 : m_crumbs.size() - 1;
     m_firstShown = first;
-    static_cast<void>(left);
-    static_cast<void>(right);
+    m_separators.clear();
+    const auto put = [&](CrumbButton* button) {
+        const QSize size = button->sizeHint();
+        button->setGeometry(QRect(QPoint(left, (height() - size.height()) / 2), size));
+        button->show();
+        m_separators.push_back(left + size.width());
+        left += size.width() + separatorWidth();
+    };
+    m_hidden->setVisible(first > 0);
+    if (first > 0) {
+        put(m_hidden);
+    }
+    while (m_buttons.size() < ancestors - first) {
+        makeButton();
+    }
+    for (std::size_t index = 0; index < m_buttons.size(); ++index) {
+        CrumbButton* button = m_buttons[index];
+        if (first + index >= ancestors) {
+            button->hide();
+            continue;
+        }
+        const ExplorerCrumb& crumb = m_crumbs[first + index];
+        button->setLabel(labelOf(crumb));
+        button->setAccessibleName(QStringLiteral("Explore: %1").arg(readable(crumb)));
+        button->setToolTip(asToolTip(readable(crumb)));
+        put(button);
+    }
+    m_current->setText(m_crumbs.empty() ? QString() : labelOf(m_crumbs.back()));
+    const int room = std::max(0, std::min(right - left, m_current->sizeHint().width()));
+    m_current->setGeometry(left, (height() - m_current->sizeHint().height()) / 2, room, m_current->sizeHint().height());
+    if (hadFocus && !focused->isVisible()) {
+        m_up->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void Breadcrumb::makeButton() {
+    auto* button = new CrumbButton(this);
+    button->setEnabled(m_canChoose);
+    QWidget* before = m_buttons.empty() ? m_hidden : m_buttons.back();
+    putBehind(*before, *button);
+    const std::size_t index = m_buttons.size();
+    connect(button, &CrumbButton::clicked, this,
+            [this, index] { Q_EMIT chosen(std::string(m_crumbs[m_firstShown + index].path)); });
+    m_buttons.push_back(button);
 }
 
 void Breadcrumb::openMenu() {
-}
-
-void Breadcrumb::chainFocus() {
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    // The nearest folder first, as one goes up.
+    for (std::size_t index = m_firstShown; index-- > 0;) {
+        const QAction* action = menu->addAction(withoutMnemonic(labelOf(m_crumbs[index])));
+        connect(action, &QAction::triggered, this, [this, path = m_crumbs[index].path] { Q_EMIT chosen(path); });
+    }
+    menu->popup(m_hidden->mapToGlobal(QPoint(0, m_hidden->height() + smallGap)));
+    menu->setActiveAction(menu->actions().constFirst());
 }
 
 void Breadcrumb::paintEvent(QPaintEvent* /*event*/) {

@@ -7,8 +7,6 @@
 
 #include "workspace/ExplorerListing.h"
 
-class QMenu;
-
 namespace kestrune {
 
 class Button;
@@ -54,8 +52,11 @@ private:
     void place();
     void showCrumbs(std::size_t first, int left, int right);
     [[nodiscard]] int crumbWidth(std::size_t index) const;
+    void makeButton();
     void openMenu();
-    void chainFocus();
+
+    /// The first crumb that has room when all behind it are shown.
+    [[nodiscard]] std::size_t firstThatFits(int room) const;
 
     std::vector<ExplorerCrumb> m_crumbs;
     std::size_t m_firstShown = 0;   // of m_crumbs

@@ -75,8 +75,8 @@ bool ExplorerList::isHeld() const {
     if (QApplication::activePopupWidget() != nullptr || QApplication::activeModalWidget() != nullptr) {
         return true;
     }
-    const ExplorerRowView* focused = rowWithFocus();
-    const bool byKeyboard = focused != nullptr && (focused->isRinged() || !focused->hasFocus());
+    const QWidget* focused = QApplication::focusWidget();
+    const bool byKeyboard = focused != nullptr && isAncestorOf(focused) && focusPlace().byKeyboard;
     const bool moved = !m_untouched || QCursor::pos() != m_pointerAtReset;
     return (moved && underMouse()) || (!m_untouched && byKeyboard);
 }
@@ -114,10 +114,7 @@ void ExplorerList::makeRow() {
         putBehind(*before, *stop);
         before = stop;
     }
-    connect(row, &ExplorerRowView::hovered, this, [this, row](bool on) {
-        m_hovered = on ? row->row().path : std::string();
-        Q_EMIT hovered(m_hovered);
-    });
+    connect(row, &ExplorerRowView::hoverMoved, this, &ExplorerList::tellHovered);
     connect(row, &ExplorerRowView::selected, this, [this, row] { choose(row->row().path); });
     connect(row, &ExplorerRowView::explored, this, [this, row] { Q_EMIT explored(std::string(row->row().path)); });
     connect(row, &ExplorerRowView::revealed, this, [this, row] { Q_EMIT revealed(std::string(row->row().path)); });
@@ -143,21 +140,74 @@ void ExplorerList::askForMenu(const std::string& path, const QPoint& global) {
 }
 
 void ExplorerList::show(std::vector<ExplorerRow> rows) {
-    ExplorerRowView* focused = rowWithFocus();
-    const bool follows = focused != nullptr && !m_untouched;
-    const std::string focusedPath = focused == nullptr ? std::string() : focused->row().path;
+    const FocusPlace focus = focusPlace();
+    const bool sameHeights = std::equal(
+        rows.begin(), rows.end(), m_shown.begin(), m_shown.end(),
+        [](const ExplorerRow& one, const ExplorerRow& other) { return one.detail.empty() == other.detail.empty(); });
     m_shown = std::move(rows);
     while (m_rows.size() < m_shown.size()) {
         makeRow();
     }
     for (std::size_t index = 0; index < m_shown.size(); ++index) {
-        m_rows[index]->setRow(m_shown[index]);
-        m_rows[index]->setSelected(m_shown[index].path == m_selected);
-        m_rows[index]->setHighlighted(m_shown[index].path == m_highlighted);
+        ExplorerRowView& row = *m_rows[index];
+        row.setRow(m_shown[index]);
+        row.setSelected(m_shown[index].path == m_selected);
+        row.setHighlighted(m_shown[index].path == m_highlighted);
     }
-    arrange();
-    static_cast<void>(follows);
-    static_cast<void>(focusedPath);
+    followFocus(focus);
+    if (!sameHeights) {
+        arrange();
+    }
+    tellHovered();
+}
+
+ExplorerList::FocusPlace ExplorerList::focusPlace() const {
+    FocusPlace place;
+    const ExplorerRowView* row = rowWithFocus();
+    if (row == nullptr) {
+        place.isOnList = window()->focusWidget() == this;
+        place.byKeyboard = m_awaitsByKeyboard;
+        return place;
+    }
+    place.isOnList = true;
+    place.path = row->row().path;
+    place.index = static_cast<std::size_t>(std::find(m_rows.begin(), m_rows.end(), row) - m_rows.begin());
+    place.stop = std::max<qsizetype>(0, row->focusStops().indexOf(window()->focusWidget()));
+    place.byKeyboard = row->isRinged() || place.stop > 0;
+    return place;
+}
+
+void ExplorerList::followFocus(const FocusPlace& place) {
+    if (!place.isOnList) {
+        return;
+    }
+    if (m_shown.empty()) {
+        m_awaitsByKeyboard = place.byKeyboard;
+        setFocus(Qt::OtherFocusReason);  // kept for the rows to come
+        return;
+    }
+    const auto found =
+        std::find_if(m_shown.begin(), m_shown.end(), [&](const ExplorerRow& one) { return one.path == place.path; });
+    const bool follows = found != m_shown.end() && !m_untouched;
+    const std::size_t last = m_shown.size() - 1;
+    const auto index =
+        follows ? static_cast<std::size_t>(found - m_shown.begin()) : (m_untouched ? 0 : std::min(place.index, last));
+    QWidget* target = m_rows[index]->focusStops().at(follows ? place.stop : 0);
+    if (target != window()->focusWidget()) {
+        m_rows[index]->show();
+        target->setFocus(place.byKeyboard ? Qt::TabFocusReason : Qt::MouseFocusReason);
+    }
+}
+
+void ExplorerList::tellHovered() {
+    const auto over = std::find_if(m_rows.begin(), m_rows.end(), [](const ExplorerRowView* row) {
+        return row->isVisible() && row->isUnderPointer();
+    });
+    const std::string path = over == m_rows.end() ? std::string() : (*over)->row().path;
+    if (m_hovered != path) {
+        m_hovered = path;
+        Q_EMIT hovered(path);
+    }
 }
 
 void ExplorerList::setSelected(const std::string& path) {
@@ -197,15 +247,72 @@ int ExplorerList::rowsInView() const {
 }
 
 bool ExplorerList::moveFocus(int key) {
-    static_cast<void>(key);
-    return false;
+    QWidget* focused = window()->focusWidget();
+    const ExplorerRowView* from = rowWithFocus();
+    if (from == nullptr || m_shown.empty()) {
+        return false;
+    }
+    if (focused != m_landed) {
+        m_column = std::max<qsizetype>(0, from->focusStops().indexOf(focused));
+    }
+    const int last = static_cast<int>(m_shown.size()) - 1;
+    const auto at = static_cast<int>(std::find(m_rows.begin(), m_rows.end(), from) - m_rows.begin());
+    int target = at;
+    switch (key) {
+        case Qt::Key_Up:
+            target = at - 1;
+            break;
+        case Qt::Key_Down:
+            target = at + 1;
+            break;
+        case Qt::Key_PageUp:
+            target = at - rowsInView();
+            break;
+        case Qt::Key_PageDown:
+            target = at + rowsInView();
+            break;
+        case Qt::Key_Home:
+            target = 0;
+            break;
+        default:
+            target = last;
+            break;
+    }
+    target = std::clamp(target, 0, last);
+    if (target != at) {
+        focusRow(static_cast<std::size_t>(target));
+    }
+    return true;
+}
+
+void ExplorerList::focusRow(std::size_t index) {
+    ExplorerRowView* row = m_rows[index];
+    if (QScrollArea* area = areaAround(*this)) {
+        const QPoint middle = row->mapTo(area->widget(), row->rect().center());
+        area->ensureVisible(0, middle.y(), 0, row->height());
+    }
+    const QList<QWidget*> stops = row->focusStops();
+    m_landed = m_column < stops.size() && stops.at(m_column)->isVisible() ? stops.at(m_column) : row;
+    m_landed->setFocus(Qt::TabFocusReason);
 }
 
 bool ExplorerList::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        m_untouched = false;
-        return isPlain(*key) && walks(key->key()) && moveFocus(key->key());
+    switch (event->type()) {
+        case QEvent::KeyPress: {
+            const auto* key = static_cast<QKeyEvent*>(event);
+            m_untouched = false;
+            return isPlain(*key) && walks(key->key()) && moveFocus(key->key());
+        }
+        case QEvent::MouseButtonPress:
+            m_untouched = false;
+            break;
+        case QEvent::Hide:
+            if (qobject_cast<ExplorerRowView*>(watched) == nullptr) {
+                settleSoon();
+            }
+            break;
+        default:
+            break;
     }
     return Painted::eventFilter(watched, event);
 }

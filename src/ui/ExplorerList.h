@@ -62,6 +62,15 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
+    /// Where the keyboard is, apart from the widgets, which change what they show.
+    struct FocusPlace {
+        bool isOnList = false;
+        bool byKeyboard = true;
+        std::string path;  // of the row; empty: on the list, which has no rows yet
+        std::size_t index = 0;
+        qsizetype stop = 0;
+    };
+
     void reset();
     void show(std::vector<ExplorerRow> rows);
     void makeRow();
@@ -71,7 +80,13 @@ private:
     void askForMenu(const std::string& path, const QPoint& global);
     [[nodiscard]] ExplorerRowView* rowWithFocus() const;
     bool moveFocus(int key);
+    void focusRow(std::size_t index);
     [[nodiscard]] int rowsInView() const;
+    [[nodiscard]] FocusPlace focusPlace() const;
+
+    /// Brings the focus to where its row is now; to the first row where other rows came.
+    void followFocus(const FocusPlace& place);
+    void tellHovered();
 
     std::vector<ExplorerRow> m_now;
     std::vector<ExplorerRow> m_shown;
@@ -83,8 +98,9 @@ private:
     QPointer<QWidget> m_landed;  // where the keys brought the focus
     qsizetype m_column = 0;      // and the control they went along
     QPoint m_pointerAtReset;
-    bool m_untouched = true;  // since other rows came
-    bool m_behind = false;    // held back something that m_now has
+    bool m_awaitsByKeyboard = true;  // the focus lies on the list until there are rows
+    bool m_untouched = true;         // since other rows came
+    bool m_behind = false;           // held back something that m_now has
 };
 
 }  // namespace kestrune

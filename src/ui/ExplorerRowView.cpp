@@ -28,10 +28,6 @@ constexpr int sizeWidth = 76;
 constexpr int smallestName = 120;  // below it the bar goes, then the buttons go to a line of their own
 constexpr int aroundText = 16;     // above and below together
 
-Colour inkOf(bool quiet) {
-    return quiet ? Colour::text2 : Colour::text1;
-}
-
 }  // namespace
 
 /// Where a row of one width has its parts.
@@ -74,9 +70,6 @@ void ExplorerRowView::setRow(const ExplorerRow& row) {
     if (other) {
         m_name = QString::fromStdString(row.name);
         m_detail = QString::fromStdString(row.detail);
-        if (!row.isDirectory && m_explore->hasFocus()) {
-            setFocus(Qt::OtherFocusReason);
-        }
         m_explore->setVisible(row.isDirectory);
         const QString spoken = m_detail.isEmpty() ? m_name : QStringLiteral("%1, %2").arg(m_name, m_detail);
         m_explore->setAccessibleName(QStringLiteral("Explore: %1").arg(spoken));
@@ -111,7 +104,7 @@ void ExplorerRowView::setSelected(bool selected) {
 void ExplorerRowView::setHighlighted(bool highlighted) {
     if (m_highlighted != highlighted) {
         m_highlighted = highlighted;
-        hoverChanged(isHovered());
+        inkButtons();
         update();
     }
 }
@@ -183,10 +176,14 @@ void ExplorerRowView::changeEvent(QEvent* event) {
     }
 }
 
-void ExplorerRowView::hoverChanged(bool isOver) {
-    m_explore->setRowHovered(isOver || m_highlighted);
-    m_reveal->setRowHovered(isOver || m_highlighted);
-    Q_EMIT hovered(isOver);
+void ExplorerRowView::inkButtons() {
+    m_explore->setRowHovered(isHovered() || m_highlighted);
+    m_reveal->setRowHovered(isHovered() || m_highlighted);
+}
+
+void ExplorerRowView::hoverChanged(bool /*hovered*/) {
+    inkButtons();
+    Q_EMIT hoverMoved();
 }
 
 void ExplorerRowView::clicked() {
@@ -264,15 +261,16 @@ void ExplorerRowView::paintFigures(QPainter& painter, const Columns& place) cons
     if (place.barWidth > 0) {
         const int thickness = Metrics::px(barHeight);
         const QRect bar(place.barLeft, (place.firstHeight - thickness) / 2, place.barWidth, thickness);
-        Paint::bar(painter, bar, m_row.bar, Theme::colour(Colour::chartLine), Theme::colour(Colour::track));
+        const QColor fill = m_row.rank < 0 ? Theme::colour(Colour::chartLine) : Theme::rankStrong(m_row.rank);
+        Paint::bar(painter, bar, m_row.bar, fill, Theme::colour(Colour::track));
     }
-    const auto figure = [&](FontRole role, int right, const QString& text, bool quiet) {
-        painter.setPen(Theme::colour(inkOf(quiet)));
+    const auto figure = [&](FontRole role, int right, const QString& text, Colour ink) {
+        painter.setPen(Theme::colour(ink));
         Metrics::drawTabular(painter, right - Metrics::tabularWidth(role, text),
                              Paint::baseline(role, 0, place.firstHeight), role, text);
     };
-    figure(FontRole::detail, place.percentRight, QString::fromStdString(m_row.percent), true);
-    figure(FontRole::rowTitle, place.sizeRight, m_size, false);
+    figure(FontRole::detail, place.percentRight, QString::fromStdString(m_row.percent), Colour::text2);
+    figure(FontRole::rowTitle, place.sizeRight, m_size, Colour::text1);
 }
 
 void ExplorerRowView::paintRow(QPainter& painter) {

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] int heightFor(int width) const override;
     [[nodiscard]] QList<QWidget*> focusStops() const override;
 
+    [[nodiscard]] bool isUnderPointer() const { return isHovered(); }
+
     /// The keyboard, not the pointer, brought the focus to the row.
     [[nodiscard]] bool isRinged() const { return m_ringed; }
 
@@ -37,7 +39,8 @@ public:
     void activate() override;
 
 Q_SIGNALS:
-    void hovered(bool on);
+    /// The pointer came to the row, or left it.
+    void hoverMoved();
     void selected();
     void explored();
     void revealed();
@@ -64,6 +67,7 @@ private:
     void paintWords(QPainter& painter, const Columns& place) const;
     void paintFigures(QPainter& painter, const Columns& place) const;
     void arrangeControls();
+    void inkButtons();
     void speak();
 
     ExplorerRow m_row;
