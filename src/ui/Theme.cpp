@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -33,6 +34,31 @@ constexpr std::array<Pair, 28> table{{
     {Colour::chartFill, 0xFFE4ECFB, 0xFF2A374F},   {Colour::chartLine2, 0xFF8A93A3, 0xFF7F848E},
 }};
 
+struct RankPair {
+    QRgb fill;
+    QRgb strong;
+};
+
+struct Rank {
+    RankPair light;
+    RankPair dark;
+};
+
+// By place; the last one is of all places that follow.
+constexpr std::array<Rank, 9> ranks{{
+    {{0xFFB6D3EB, 0xFF6492B8}, {0xFF1E4F7C, 0xFF3F83C4}},  // blue
+    {{0xFFDEBB91, 0xFFB48446}, {0xFF865022, 0xFFB76C2A}},  // amber
+    {{0xFF7FBA9C, 0xFF449D75}, {0xFF266C56, 0xFF209071}},  // green
+    {{0xFFDEA1B9, 0xFFC57596}, {0xFF64435A, 0xFFA46D94}},  // rose
+    {{0xFFDEDBAE, 0xFF938F4A}, {0xFF7D702E, 0xFF917E13}},  // olive
+    {{0xFFB4A1D2, 0xFF9C80C4}, {0xFF67588E, 0xFF8972BF}},  // violet
+    {{0xFF7DC7D8, 0xFF189AB2}, {0xFF487888, 0xFF3589A1}},  // teal
+    {{0xFFEFC6C6, 0xFFBA7D7D}, {0xFF71351E, 0xFFBF6747}},  // clay
+    {{0xFFDCDEE3, 0xFF858B95}, {0xFF3A3D43, 0xFF7A7F8A}},  // rest
+}};
+
+constexpr QRgb inkOnLight = 0xFF1B1C1F;
+
 // What Qt itself falls back to where no desktop names a highlight.
 constexpr QRgb toolkitHighlight = 0xFF308CC6;
 
@@ -42,6 +68,17 @@ struct State {
     std::optional<QColor> highlight;
     std::array<QColor, table.size()> colours;
 };
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+RankPair rankColours(int rank) {
+    const auto last = static_cast<int>(ranks.size()) - 1;
+    const Rank& row = ranks[static_cast<std::size_t>(rank < 0 ? last : std::min(rank, last))];
+    return state().dark ? row.dark : row.light;
+}
 
 QColor fixed(Colour role, bool dark) {
     const Pair& pair = table[static_cast<std::size_t>(role)];
@@ -78,11 +115,6 @@ QColor readable(const QColor& colour, std::initializer_list<QColor> grounds, boo
         }
     }
     return lighter ? QColor(Qt::white) : QColor(Qt::black);
-}
-
-State& state() {
-    static State instance;
-    return instance;
 }
 
 void applyPalette() {
@@ -163,6 +195,18 @@ QColor colour(Colour role) {
     return state().colours[static_cast<std::size_t>(role)];
 }
 
+QColor rankFill(int rank) {
+    return QColor::fromRgb(rankColours(rank).fill);
+}
+
+QColor rankStrong(int rank) {
+    return QColor::fromRgb(rankColours(rank).strong);
+}
+
+QColor rankInk() {
+    return state().dark ? QColor(Qt::white) : QColor::fromRgb(inkOnLight);
+}
+
 double contrast(const QColor& one, const QColor& other) {
     const double first = luminance(one) + 0.05;
     const double second = luminance(other) + 0.05;
@@ -171,7 +215,7 @@ double contrast(const QColor& one, const QColor& other) {
 
 Accent accentFrom(const QColor& highlight, bool dark) {
     const QColor white(Qt::white);
-    const QColor ink = QColor::fromRgb(0xFF1B1C1F);
+    const QColor ink = QColor::fromRgb(inkOnLight);
     const bool onWhite = contrast(highlight, white) >= contrast(highlight, ink);
     Accent result;
     result.onFill = onWhite ? white : ink;

@@ -49,6 +49,14 @@ void setDark(bool dark);
 
 [[nodiscard]] QColor colour(Colour role);
 
+/// Colours of an item by its place among its siblings, 0 being the largest: what fills its tile, and the stronger one
+/// of the tile's edge and the item's bar. From place 8 on they are quiet and the same.
+[[nodiscard]] QColor rankFill(int rank);
+[[nodiscard]] QColor rankStrong(int rank);
+
+/// Text on any rankFill().
+[[nodiscard]] QColor rankInk();
+
 /// Contrast of two opaque colours by WCAG 2: 1 to 21.
 [[nodiscard]] double contrast(const QColor& one, const QColor& other);
 
