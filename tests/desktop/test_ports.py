@@ -1,4 +1,8 @@
-"""What’s Using a Port: from the question to the free port."""
+"""What’s Using a Port: from the question to the free port.
+
+The program lists what runs as it starts, and asks for nothing while a listing is under way: a server that a test looks
+for listens before the program starts, unless the test says otherwise.
+"""
 import json
 import signal
 
@@ -20,7 +24,7 @@ def stop_question(app, server):
     return dialog
 
 
-def test_three_clicks_lead_from_the_menu_to_a_free_port(app, server, home):
+def test_three_clicks_lead_from_the_menu_to_a_free_port(server, app, home):
     app.open_ports()
     app.wait_for_row(server.pid, f'*:{server.port}')
     assert app.row_text(server.pid).startswith('node')
@@ -36,7 +40,7 @@ def test_three_clicks_lead_from_the_menu_to_a_free_port(app, server, home):
     wait(lambda: not app.row(server.pid), 'the row to go')
 
 
-def test_cancel_stops_nothing(app, server, home):
+def test_cancel_stops_nothing(server, app, home):
     app.open_ports()
     app.wait_for_row(server.pid)
     app.press_in_row(server.pid, 'Stop process')
@@ -47,32 +51,34 @@ def test_cancel_stops_nothing(app, server, home):
     assert app.can_press_in_row(server.pid, 'Stop process')
 
 
-def test_every_address_of_a_server_is_named(app, tmp_path):
+def test_every_address_of_a_server_is_named(start, tmp_path):
     with Server(tmp_path / 'bin', 'vite', '*', '127.0.0.1', '::1') as server:
-        app.open_ports()
+        app = start().open_ports()
         app.wait_for_row(server.pid)
         every, local, local6 = server.ports
         endpoints = sorted([f'*:{every}', f'127.0.0.1:{local}', f'[::1]:{local6}'])
         assert ', '.join(endpoints) in app.row_text(server.pid)
 
 
-def test_a_server_of_any_name_is_found_by_its_port(app, tmp_path):
+def test_a_server_of_any_name_is_found_by_its_port(start, tmp_path):
     with Server(tmp_path / 'bin', 'my own & server', '127.0.0.1') as server:
-        app.open_ports()
+        app = start().open_ports()
         app.wait_for_row(server.pid, f'127.0.0.1:{server.port}')
         assert app.row_text(server.pid).startswith('my own & server')
 
 
-def test_refresh_finds_a_server_started_meanwhile(app, server, tmp_path):
+def test_refresh_finds_a_server_started_meanwhile(server, app, tmp_path):
     app.open_ports()
-    app.wait_for_row(server.pid)  # the first listing is done
+    app.wait_for_row(server.pid)
     with Server(tmp_path / 'bin', 'node', '*') as later:
-        assert not app.row(later.pid)
-        app.windows.press('Refresh', app.windows.window(PORT_WINDOW))
-        app.wait_for_row(later.pid)
+        def is_found():
+            app.windows.press('Refresh', app.windows.window(PORT_WINDOW))
+            return app.row(later.pid)
+
+        wait(is_found, 'the row of the later server')
 
 
-def test_a_protected_server_can_only_be_looked_at(start, server, home):
+def test_a_protected_server_can_only_be_looked_at(server, start, home):
     home.preferences_file.parent.mkdir(parents=True, exist_ok=True)
     home.preferences_file.write_text(json.dumps({'alwaysKeepApps': ['node']}), encoding='utf-8')
     app = start()
@@ -83,7 +89,7 @@ def test_a_protected_server_can_only_be_looked_at(start, server, home):
     assert not app.row_control(server.pid, 'Stop process')
 
 
-def test_a_server_that_ended_before_it_was_stopped_is_told_of(app, server, home):
+def test_a_server_that_ended_before_it_was_stopped_is_told_of(server, app, home):
     app.open_ports()
     app.wait_for_row(server.pid)
     app.press_in_row(server.pid, 'Stop process')
@@ -94,7 +100,7 @@ def test_a_server_that_ended_before_it_was_stopped_is_told_of(app, server, home)
     assert (entry['title'], entry['detail'], entry['failed']) == ('Stop requested: node', CHANGED, True)
 
 
-def test_the_keyboard_is_enough(app, server, home):
+def test_the_keyboard_is_enough(server, app, home):
     app.open()
     app.press_keys('ctrl+n')
     ports = wait(app.port_window_id, 'the port window on the screen')
@@ -130,17 +136,18 @@ def test_the_keyboard_is_enough(app, server, home):
     assert app.is_running()
 
 
-def test_the_window_is_centred_and_listed_anew_each_time(app, tmp_path):
+def test_the_window_is_centred_and_listed_anew_each_time(server, app, tmp_path):
     app.open_ports()
+    app.wait_for_row(server.pid)
     window = app.port_window_id()
     before = frame_of(window)
     output('xdotool', 'windowmove', window, '20', '60')
     wait(lambda: frame_of(window) != before, 'the port window to move')
     app.press_keys('Escape', title=PORT_WINDOW)
     wait(lambda: not app.port_window_id(), 'the port window to close')
-    with Server(tmp_path / 'bin', 'node', '*') as server:
+    with Server(tmp_path / 'bin', 'node', '*') as later:
         app.open_ports()
-        app.wait_for_row(server.pid)
+        app.wait_for_row(later.pid)
 
         def is_centred():
             left, _, width, _ = frame_of(window)
