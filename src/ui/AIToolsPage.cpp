@@ -54,7 +54,7 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
       m_models(new RowList(QStringLiteral("Model folders"), body())),
       m_noModels(TextLabel::paragraph(Colour::text1, QString(), body())),
       m_review(pageButton(QStringLiteral("Review model cleanup"), WorkspacePage::storage)),
-      m_inspect(pageButton(QStringLiteral("Inspect a custom folder"), WorkspacePage::explorer)),
+      m_inspect(new Button(Button::Kind::secondary, QStringLiteral("Inspect a custom folder"), body())),
       m_tools(new LiveRowList(store, QStringLiteral("Running AI tools"),
                               {[](QWidget* list) { return new ProcessRow(list); }, &ProcessRow::heightAt}, body())),
       m_noTools(TextLabel::paragraph(
@@ -68,6 +68,7 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
         content().addWidget(part);
     }
     m_review->setKind(Button::Kind::primary);
+    connect(m_inspect, &Button::clicked, this, &AIToolsPage::inspectFolder);
     addButtons({m_review, m_inspect});
     content().addSpacing(sectionGap);
     addSection(QStringLiteral("AI tools still running"),
@@ -111,6 +112,13 @@ Button* AIToolsPage::pageButton(const QString& label, WorkspacePage page) {
     auto* button = new Button(Button::Kind::secondary, label, body());
     connect(button, &Button::clicked, this, [this, page] { store().page.set(page); });
     return button;
+}
+
+void AIToolsPage::inspectFolder() {
+    store().chooseExplorerFolder();
+    if (store().isExploring.get()) {
+        store().page.set(WorkspacePage::explorer);
+    }
 }
 
 ModelRow* AIToolsPage::rowFor(const CleanTarget& target) {

@@ -31,6 +31,7 @@ private:
     void addSection(const QString& title, const QString& text);
     void addButtons(const std::vector<Button*>& buttons);
     [[nodiscard]] Button* pageButton(const QString& label, WorkspacePage page);
+    void inspectFolder();
     [[nodiscard]] ModelRow* rowFor(const CleanTarget& target);
     void refreshModels();
     void refreshTools();

@@ -30,6 +30,9 @@ public:
     [[nodiscard]] ScrollArea* scrollArea() const { return m_scroll; }
 
 protected:
+    /// Adds a button to the header after those already there, in the tab order as well.
+    Button* addHeaderButton(const QString& label, const QString& symbol = {});
+
     /// Shows what the store holds now. Called while visible, after any change of a watched field.
     virtual void refresh() = 0;
 
@@ -63,9 +66,6 @@ protected:
     [[nodiscard]] int sideMargin() const { return m_margin; }
 
 private:
-    /// Adds a button after those already there, in the tab order as well.
-    Button* addHeaderButton(const QString& label, const QString& symbol = {});
-
     /// The button that lists processes anew.
     void addRefreshButton();
 

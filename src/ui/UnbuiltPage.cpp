@@ -11,9 +11,6 @@ namespace {
 
 QString sentence(WorkspacePage page) {
     switch (page) {
-        case WorkspacePage::explorer:
-            return QStringLiteral(
-                "Exploring folders comes with a later version of Kestrune. Nothing on your disk is read here.");
         case WorkspacePage::automation:
             return QStringLiteral(
                 "This page comes with a later version of Kestrune. Until then, turn on Daily Scan Reminders in "

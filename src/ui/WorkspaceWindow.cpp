@@ -13,6 +13,7 @@
 
 #include "ui/AIToolsPage.h"
 #include "ui/ActivityPage.h"
+#include "ui/ExplorerPage.h"
 #include "ui/OverviewPage.h"
 #include "ui/RunningAppsPage.h"
 #include "ui/Sidebar.h"
@@ -121,6 +122,8 @@ QWidget* WorkspaceWindow::makePage(WorkspacePage page) {
             return new OverviewPage(m_store, this);
         case WorkspacePage::storage:
             return new StoragePage(m_store, this);
+        case WorkspacePage::explorer:
+            return new ExplorerPage(m_store, this);
         case WorkspacePage::ai:
             return new AIToolsPage(m_store, this);
         case WorkspacePage::apps:
