@@ -21,6 +21,7 @@ namespace {
 constexpr int symbolSize = 16;
 constexpr int groupGap = 12;
 constexpr int smallGap = 4;
+constexpr int smallestPath = 120;
 
 QString separator() {
     return QStringLiteral("›");
@@ -130,7 +131,11 @@ void Breadcrumb::place() {
     left = m_symbolLeft + Metrics::px(symbolSize) + Metrics::px(smallGap);
     const QSize counts = m_counts->sizeHint();
     centred(m_counts, width() - counts.width(), counts);
-    const int right = width() - counts.width() - Metrics::px(groupGap);
+    const int besideCounts = width() - counts.width() - Metrics::px(groupGap);
+    // In large text the counts give way before the path does.
+    const bool fits = besideCounts - left >= Metrics::px(smallestPath);
+    m_counts->setVisible(fits);
+    const int right = fits ? besideCounts : width();
     showCrumbs(firstThatFits(right - left), left, right);
     update();
 }
@@ -141,7 +146,7 @@ std::size_t Breadcrumb::firstThatFits(int room) const {
     }
     const std::size_t last = m_crumbs.size() - 1;
     const int hidden = m_hidden->sizeHint().width() + separatorWidth();
-    int taken = Metrics::width(FontRole::bodyStrong, labelOf(m_crumbs[last])) + 1;
+    int taken = Metrics::px(smallGap) + Metrics::width(FontRole::bodyStrong, labelOf(m_crumbs[last])) + 1;
     std::size_t first = last;
     while (first > 0) {
         taken += crumbWidth(first - 1);
@@ -185,6 +190,7 @@ void Breadcrumb::showCrumbs(std::size_t first, int left, int right) {
         button->setToolTip(asToolTip(readable(crumb)));
         put(button);
     }
+    left += Metrics::px(smallGap);
     m_current->setText(m_crumbs.empty() ? QString() : labelOf(m_crumbs.back()));
     const int room = std::max(0, std::min(right - left, m_current->sizeHint().width()));
     m_current->setGeometry(left, (height() - m_current->sizeHint().height()) / 2, room, m_current->sizeHint().height());

@@ -143,8 +143,9 @@ bool isIncomplete(const DiskExplorerResult& result) {
 }
 
 std::string incompleteText(const DiskExplorerResult& result) {
-    return "This scan is incomplete. " + grouped(result.skippedLocations) +
-           " locations couldn’t be read or were skipped. Try a smaller folder to see more.";
+    return std::string("This scan is incomplete. ")
+        .append(grouped(result.skippedLocations))
+        .append(" locations couldn’t be read or were skipped. Try a smaller folder to see more.");
 }
 
 bool isCut(const DiskExplorerResult& result) {
@@ -162,10 +163,15 @@ std::string readablePath(std::string_view path) {
 }
 
 std::string grouped(std::int64_t count) {
-    std::string text = std::to_string(count);
-    const std::size_t first = count < 0 ? 1 : 0;
-    for (std::size_t digits = text.size(); digits > first + 3; digits -= 3) {
-        text.insert(digits - 3, ",");
+    constexpr std::size_t group = 3;
+    const std::string plain = std::to_string(count);
+    std::string text;
+    for (std::size_t index = 0; index < plain.size(); ++index) {
+        const bool startsGroup = (plain.size() - index) % group == 0;
+        if (startsGroup && index > 0 && plain[index - 1] != '-') {
+            text += ',';
+        }
+        text += plain[index];
     }
     return text;
 }

@@ -124,6 +124,17 @@ TEST_F(BreadcrumbTest, noPieceLiesOverAnother) {
     }
 }
 
+TEST_F(BreadcrumbTest, theCountsGiveWayBeforeThePathDoes) {
+    show("/home/anna/Projects");
+    m_path.setCounts(counts);
+    EXPECT_NE(control(counts), nullptr);
+    m_path.resize(420, m_path.height());
+    EXPECT_EQ(control(counts), nullptr);
+    EXPECT_NE(control(QStringLiteral("Projects")), nullptr);
+    m_path.resize(776, m_path.height());
+    EXPECT_NE(control(counts), nullptr);
+}
+
 TEST_F(BreadcrumbTest, hostileNamesStayWhatTheyAre) {
     show("/h/&File/\xFF");
     EXPECT_NE(control(QStringLiteral("Explore: /h/&File")), nullptr);
