@@ -174,11 +174,11 @@ void AlertDialog::addBody(const Alert& alert, int room, QVBoxLayout& column) {
         layout->insertSpacing(1, gap);
         // Half a line at the end, so that it is visible that the text goes on.
         const int line = Metrics::lineHeight(FontRole::body);
-        column.addWidget(scrolling(*all, room - (room - line / 2) % line));
+        column.addWidget(scrolling(*all, inside, room - (room - line / 2) % line));
         return;
     }
     if (items != nullptr) {
-        column.addWidget(isLongList ? scrolling(*items, longListHeight()) : items);
+        column.addWidget(isLongList ? scrolling(*items, inside, longListHeight()) : items);
         column.addSpacing((isLongList ? belowLongList : 0) + gap);
     }
     if (text != nullptr) {
@@ -186,9 +186,11 @@ void AlertDialog::addBody(const Alert& alert, int room, QVBoxLayout& column) {
     }
 }
 
-QWidget* AlertDialog::scrolling(QWidget& content, int height) {
+QWidget* AlertDialog::scrolling(QWidget& content, int inside, int height) {
     m_scroll = new ScrollArea(this);
     content.setAutoFillBackground(false);
+    // The area would ask for the height at its own first width, and a very long text would be wrapped for that as well.
+    content.setMinimumWidth(inside);
     m_scroll->setWidget(&content);
     m_scroll->setFixedHeight(height);
     return m_scroll;

@@ -38,7 +38,7 @@ protected:
 private:
     /// Items and text on at most room pixels: what is higher scrolls.
     void addBody(const Alert& alert, int room, QVBoxLayout& column);
-    [[nodiscard]] QWidget* scrolling(QWidget& content, int height);
+    [[nodiscard]] QWidget* scrolling(QWidget& content, int inside, int height);
     [[nodiscard]] QLayout* makeButtons(const std::vector<std::string>& titles);
 
     QString m_symbol;

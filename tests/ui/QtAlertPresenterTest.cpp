@@ -140,6 +140,23 @@ TEST(AlertDialog, whatIsHigherThanTheScreenScrollsBetweenTitleAndButtons) {
     }
 }
 
+TEST(AlertDialog, whatScrollsIsNeverLaidOutForAnotherWidth) {
+    Alert lengthy = question(20);
+    AlertDialog list(lengthy);
+    for (int word = 0; word < 2000; ++word) {
+        lengthy.text += "127.0.0.1:3000, ";
+    }
+    AlertDialog both(lengthy);
+    for (AlertDialog* dialog : {&list, &both}) {
+        dialog->show();
+        QApplication::processEvents();
+        const auto* area = dialog->findChild<ScrollArea*>();
+        ASSERT_NE(area, nullptr);
+        EXPECT_EQ(area->widget()->minimumWidth(), area->viewport()->width());
+        EXPECT_EQ(area->widget()->width(), area->viewport()->width());
+    }
+}
+
 TEST(AlertDialog, longTextMakesItHigherInsteadOfBeingCut) {
     Alert alert = question(1);
     AlertDialog brief(alert);
