@@ -7,8 +7,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 
 #include "platform/DirectoryWalker.h"
@@ -28,15 +30,18 @@ inline int openDescriptors() {
     return count;
 }
 
-/// A predicate that never cancels and remembers the most descriptors it saw, looking every so often.
+/// A predicate that never cancels and remembers the most descriptors it saw, looking every so often. Several threads
+/// may ask at once; one of them looks.
 struct DescriptorWatch {
     const int before = openDescriptors();
     int most = 0;
-    int asked = 0;
+    std::atomic<int> asked{0};
+    std::mutex looking;
 
     DirectoryWalker::Cancelled every(int interval) {
         return [this, interval] {
-            if (asked++ % interval == 0) {
+            const std::unique_lock guard(looking, std::try_to_lock);
+            if (asked++ % interval == 0 && guard.owns_lock()) {
                 most = std::max(most, openDescriptors() - before);
             }
             return false;

@@ -1,0 +1,112 @@
+#include "platform/linux/LinuxWalkPath.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "platform/linux/LinuxDirectoryReader.h"
+#include "tests/fakes/DeepTree.h"
+#include "tests/fakes/TemporaryFolder.h"
+
+namespace kestrune {
+namespace {
+
+constexpr int depth = 10;
+constexpr std::size_t openAtMost = 3;
+
+/// A walk that went down a chain and left one name waiting on every level.
+struct Chain {
+    Chain() {
+        makeChain(root.path(), depth, [](int, int) {});
+        LinuxFileDescriptor folder = openFolderToWalk(root.path());
+        for (std::size_t level = 0; level < depth; ++level) {
+            LinuxFileDescriptor below = openFolderBelow(folder.get(), "d");
+            path.push({std::move(folder), level, 2 * level}, std::string("waiting\0", 8));
+            folder = std::move(below);
+        }
+        here = {std::move(folder), depth, 2 * depth};
+    }
+
+    const TemporaryFolder root;
+    const int before = openDescriptors();
+    LinuxWalkPath path{openAtMost};
+    LinuxWalkPlace here;
+};
+
+TEST(LinuxWalkPath, fewBranchesStayOpenAndTheOthersAreFoundByClimbing) {
+    Chain chain;
+    EXPECT_EQ(static_cast<int>(openAtMost) + 1, openDescriptors() - chain.before);
+    for (std::size_t level = depth; level-- > 0;) {
+        ASSERT_EQ(0, chain.path.reachInnermost(chain.here));
+        chain.here = chain.path.popInnermost();
+        EXPECT_TRUE(chain.here.folder);
+        EXPECT_EQ(level, chain.here.depth);
+    }
+    EXPECT_TRUE(chain.path.isEmpty());
+}
+
+TEST(LinuxWalkPath, branchesOfAMovedTreeAreGivenUpAndCounted) {
+    const TemporaryFolder outside;
+    Chain chain;
+    ASSERT_EQ(0, ::rename((chain.root.path() + "/d/d/d/d").c_str(), outside.path("moved").c_str()));
+    std::int64_t givenUp = 0;
+    while (givenUp == 0) {
+        givenUp = chain.path.reachInnermost(chain.here);
+        if (givenUp == 0) {
+            chain.here = chain.path.popInnermost();
+        }
+    }
+    EXPECT_EQ(3, givenUp);
+    EXPECT_EQ(0U, chain.path.innermost().place.depth);
+    EXPECT_TRUE(chain.path.innermost().place.folder);
+}
+
+TEST(LinuxWalkPath, halfOfTheOutermostNamesAreCutOffWithADescriptorOfTheirOwn) {
+    const TemporaryFolder root;
+    LinuxWalkPath path(openAtMost);
+    path.push({openFolderToWalk(root.path()), 0, 0}, std::string("one\0two\0three\0four\0", 19));
+    const auto half = path.cutOff(true);
+    ASSERT_TRUE(half);
+    EXPECT_TRUE(half->place.folder);
+    EXPECT_NE(half->place.folder.get(), path.innermost().place.folder.get());
+    EXPECT_EQ(19U, half->names.size() + path.innermost().names.size());
+    EXPECT_EQ('\0', half->names.back());
+    EXPECT_EQ(std::string("four\0", 5), path.innermost().names.substr(path.innermost().names.size() - 5));
+}
+
+TEST(LinuxWalkPath, theLastNameOfTheInnermostBranchIsKeptWhereTheWorkerNeedsIt) {
+    const TemporaryFolder root;
+    LinuxWalkPath path(openAtMost);
+    path.push({openFolderToWalk(root.path()), 0, 0}, std::string("one\0", 4));
+    EXPECT_FALSE(path.cutOff(true));
+    EXPECT_TRUE(path.cutOff(false));
+    EXPECT_TRUE(path.isEmpty());
+    EXPECT_FALSE(path.cutOff(false));
+}
+
+TEST(LinuxWalkPath, theWayBackIsKeptWhenBranchesAreCutOff) {
+    Chain chain;
+    std::size_t cut = 0;
+    while (chain.path.cutOff(true)) {
+        ++cut;
+    }
+    EXPECT_EQ(1U, cut);  // of the two innermost ones that are open, the outer
+    std::size_t left = 0;
+    for (; !chain.path.isEmpty(); ++left) {
+        ASSERT_EQ(0, chain.path.reachInnermost(chain.here));
+        chain.here = chain.path.popInnermost();
+    }
+    EXPECT_EQ(depth - cut, left);
+}
+
+TEST(LinuxWalkPath, aFolderWithAPathTooLongToCarryIsNotCutOff) {
+    const TemporaryFolder root;
+    LinuxWalkPath path(openAtMost);
+    path.push({openFolderToWalk(root.path()), 0, LinuxWalkPath::longestPath + 1}, std::string("a\0b\0", 4));
+    EXPECT_FALSE(path.cutOff(false));
+}
+
+}  // namespace
+}  // namespace kestrune
