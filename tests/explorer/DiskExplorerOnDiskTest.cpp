@@ -113,7 +113,7 @@ TEST(DiskExplorerOnDisk, aMountedVolumeBelowTheRootIsNotEntered) {
 }
 
 TEST(DiskExplorerOnDisk, aHundredFilesWithALimitOfTenInspectExactlyTen) {
-    const TemporaryFolder root;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
     makeFiles(root, 100);
     DiskExplorerRequest request;
     request.fileLimit = 10;
@@ -125,7 +125,7 @@ TEST(DiskExplorerOnDisk, aHundredFilesWithALimitOfTenInspectExactlyTen) {
 }
 
 TEST(DiskExplorerOnDisk, aLimitThatIsJustEnoughIsNotReached) {
-    const TemporaryFolder root;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
     makeFiles(root, 100);
     DiskExplorerRequest request;
     request.fileLimit = 100;
@@ -150,7 +150,7 @@ TEST(DiskExplorerOnDisk, aLimitOfNothingIsReachedWhereThereIsSomething) {
 }
 
 TEST(DiskExplorerOnDisk, aTimeThatIsUpEndsTheScanAtItsFirstEntry) {
-    const TemporaryFolder root;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
     makeFiles(root, 100);
     DiskExplorerRequest request;
     request.timeLimit = Seconds{-1};
@@ -160,7 +160,7 @@ TEST(DiskExplorerOnDisk, aTimeThatIsUpEndsTheScanAtItsFirstEntry) {
 }
 
 TEST(DiskExplorerOnDisk, cancellingGivesThePartialResultAsStopped) {
-    const TemporaryFolder root;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
     makeFiles(root, 2000);
     std::atomic<int> asked = 0;
     DiskExplorerRequest request;
@@ -173,7 +173,7 @@ TEST(DiskExplorerOnDisk, cancellingGivesThePartialResultAsStopped) {
 }
 
 TEST(DiskExplorerOnDisk, aScanThatIsCancelledBeforeItBeginsFindsNothing) {
-    const TemporaryFolder root;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
     makeFiles(root, 100);
     DiskExplorerRequest request;
     request.fileLimit = 0;

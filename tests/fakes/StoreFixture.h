@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "engine/SystemEngine.h"
 #include "storage/DevCleaners.h"
@@ -60,6 +62,12 @@ public:
         return *m_actions;
     }
 
+    /// The disk explorer's queue; only while the store lives.
+    [[nodiscard]] ManualSerialQueue& explorations() {
+        static_cast<void>(store());
+        return *m_explorer;
+    }
+
     /// Runs everything that waits, on both sides, until nothing does.
     void settle() {
         static_cast<void>(store());
@@ -88,6 +96,11 @@ public:
     void removeCache(std::string_view title) {
         fileQueries.remove(pathOf(title));
         trash.missing.insert(pathOf(title));
+    }
+
+    /// The parts of a store whose queues have threads, for a test that is about them.
+    WorkspaceStoreParts partsOnThreads() {
+        return partsWith([](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); });
     }
 
     static constexpr std::int32_t ownProcess = 4711;
@@ -131,28 +144,17 @@ private:
     }
 
     WorkspaceStoreParts parts() {
-        return {engine,
-                cleaners,
-                preferences,
-                fileStore,
-                fileQueries,
-                fileViewer,
-                walker,
-                folderChooser,
-                applications,
-                programs,
-                processes,
-                processControl,
-                systemTools,
-                memoryPressure,
-                alerts,
-                mainQueue,
-                clock,
-                [this](const std::string& label) {
-                    auto queue = std::make_unique<ManualSerialQueue>(label);
-                    (label == "com.torvandelsyn.kestrune.actions" ? m_actions : m_explorer) = queue.get();
-                    return queue;
-                }};
+        return partsWith([this](const std::string& label) {
+            auto queue = std::make_unique<ManualSerialQueue>(label);
+            (label == "com.torvandelsyn.kestrune.actions" ? m_actions : m_explorer) = queue.get();
+            return queue;
+        });
+    }
+
+    WorkspaceStoreParts partsWith(std::function<std::unique_ptr<SerialQueue>(const std::string& label)> makeQueue) {
+        return {engine,      cleaners,       preferences,  fileStore, fileQueries, fileViewer,
+                walker,      folderChooser,  applications, programs,  processes,   processControl,
+                systemTools, memoryPressure, alerts,       mainQueue, clock,       std::move(makeQueue)};
     }
 
     std::unique_ptr<WorkspaceStore> m_store;

@@ -13,18 +13,6 @@ ActivityEntry entryTitled(const std::string& title) {
     return {makeActivityId(), WallTime{Seconds{1'700'000'000}}, title, "detail", std::nullopt, false};
 }
 
-WorkspaceStoreParts partsWithThreads(StoreFixture& fixture) {
-    return {fixture.engine,       fixture.cleaners,
-            fixture.preferences,  fixture.fileStore,
-            fixture.fileQueries,  fixture.fileViewer,
-            fixture.walker,       fixture.folderChooser,
-            fixture.applications, fixture.programs,
-            fixture.processes,    fixture.processControl,
-            fixture.systemTools,  fixture.memoryPressure,
-            fixture.alerts,       fixture.mainQueue,
-            fixture.clock,        [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }};
-}
-
 }  // namespace
 
 TEST(WorkspaceStore, everyFieldBeginsWithItsInitialValue) {
@@ -126,7 +114,7 @@ TEST(WorkspaceStore, thePressureSourceMayOutliveTheStore) {
 TEST(WorkspaceStore, itsEndWaitsForRealQueuesAndKeepsEveryRecord) {
     StoreFixture fixture;
     {
-        WorkspaceStore store(partsWithThreads(fixture));
+        WorkspaceStore store(fixture.partsOnThreads());
         for (int i = 0; i < 20; ++i) {
             store.record(entryTitled(std::to_string(i)));
         }
@@ -144,7 +132,7 @@ TEST(WorkspaceStore, itsEndWaitsForAListingAndAStopThatRun) {
     row.executable = "/usr/bin/node";
     fixture.processControl.running = {{300, "/usr/bin/node", 0}};
     {
-        WorkspaceStore store(partsWithThreads(fixture));
+        WorkspaceStore store(fixture.partsOnThreads());
         store.refreshProcesses();
         store.quitApp(row, false);
     }
