@@ -56,13 +56,13 @@ public:
         return (std::round(y * m_transform.m22() + m_transform.dy()) - m_transform.dy()) / m_transform.m22();
     }
 
-    // cell without its gap; the smallest item still has a pixel.
+    // cell without its gap. What is smaller than the gap is a pixel, and does not leave the picture.
     [[nodiscard]] QRectF box(const TreemapRectangle& cell) const {
-        const double left = x(cell.x);
-        const double top = y(cell.y);
         const double pixel = 1 / m_transform.m11();
-        return {left, top, std::max(pixel, x(cell.x + cell.width) - length(gap) - left),
-                std::max(pixel, y(cell.y + cell.height) - length(gap) - top)};
+        const double right = x(cell.x + cell.width) - length(gap);
+        const double bottom = y(cell.y + cell.height) - length(gap);
+        return {QPointF(std::min(x(cell.x), right - pixel), std::min(y(cell.y), bottom - pixel)),
+                QPointF(right, bottom)};
     }
 
 private:
@@ -85,9 +85,9 @@ void plate(QPainter& painter, QRectF box, std::initializer_list<Layer> rings, co
 }
 
 // The texts of a tile, as many as fit; answers where they end.
-int label(QPainter& painter, const QRect& box, const ExplorerTile& tile) {
+int label(QPainter& painter, const QRect& box, const ExplorerTile& tile, bool isMirrored) {
     const QColor ink = Theme::rankInk();
-    const Qt::Alignment side = painter.layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    const Qt::Alignment side = isMirrored ? Qt::AlignRight : Qt::AlignLeft;
     const QString size = shown(tile.size);
     const auto fits = [&](const QRect& line, FontRole role) { return Metrics::width(role, size) <= line.width(); };
     const int line = Metrics::lineHeight(FontRole::detail);
@@ -118,7 +118,7 @@ QColor withAlpha(QColor colour, float alpha) {
     return colour;
 }
 
-void inside(QPainter& painter, const DeviceGrid& grid, const QRectF& area, const ExplorerTile& tile) {
+void inside(QPainter& painter, const DeviceGrid& grid, const QRectF& area, const ExplorerTile& tile, bool isMirrored) {
     std::vector<double> weights;
     weights.reserve(tile.inside.size());
     for (const ExplorerTile& one : tile.inside) {
@@ -128,7 +128,7 @@ void inside(QPainter& painter, const DeviceGrid& grid, const QRectF& area, const
     const double width = area.width() + gap;
     const auto cells = squarified(weights, {0, 0, width, area.height() + gap});
     for (const TreemapRectangle& cell : cells) {
-        TreemapRectangle placed = painter.layoutDirection() == Qt::RightToLeft ? mirrored(cell, width) : cell;
+        TreemapRectangle placed = isMirrored ? mirrored(cell, width) : cell;
         placed.x += area.left();
         placed.y += area.top();
         const QRectF box = grid.box(placed);
@@ -158,13 +158,13 @@ void tile(QPainter& painter, const ExplorerTile& tile, const TreemapRectangle& c
     } else {
         plate(painter, box, {{Theme::rankStrong(tile.rank), grid.length(edge)}}, fill);
     }
-    const int top = label(painter, box.toAlignedRect(), tile);
+    const int top = label(painter, box.toAlignedRect(), tile, marks.isMirrored);
     if (!tile.inside.empty() && box.width() >= Metrics::px(insideFromWidth) &&
         box.height() >= Metrics::px(insideFromHeight)) {
         const double around = Metrics::px(aroundInside);
         QRectF area = box.adjusted(around, 0, -around, -around);
         area.setTop(top + around);
-        inside(painter, grid, area, tile);
+        inside(painter, grid, area, tile, marks.isMirrored);
     }
 }
 

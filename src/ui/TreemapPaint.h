@@ -14,10 +14,10 @@ constexpr double gap = 2;
 struct Marks {
     bool isOutlined = false;  ///< under the pointer, or where the keyboard is
     bool isSelected = false;
+    bool isMirrored = false;  ///< texts and what is inside start at the right
 };
 
-/// Draws tile into cell, whose right and lower end is the gap to the next. Edges lie on device pixels. Texts start at
-/// the side where painter's layout direction does.
+/// Draws tile into cell, whose right and lower end is the gap to the next. Edges lie on device pixels.
 void tile(QPainter& painter, const ExplorerTile& tile, const TreemapRectangle& cell, const Marks& marks);
 
 /// cell with its sides exchanged in an area that is width wide and has a gap at its right.

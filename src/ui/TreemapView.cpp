@@ -7,6 +7,8 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <numeric>
 #include <utility>
 
 #include "ui/Metrics.h"
@@ -19,6 +21,9 @@ namespace kestrune {
 namespace {
 
 constexpr int pictureHeight = 200;
+
+// What a tile takes at least, so that the pointer finds it.
+constexpr double smallestShare = 0.0075;
 
 bool haveSameItems(const std::vector<ExplorerTile>& one, const std::vector<ExplorerTile>& other) {
     return std::equal(one.begin(), one.end(), other.begin(), other.end(),
@@ -77,10 +82,14 @@ void TreemapView::keepCurrent(std::size_t before) {
 }
 
 void TreemapView::layOut() {
+    const double all = std::accumulate(m_tiles.begin(), m_tiles.end(), 0.0, [](double sum, const ExplorerTile& tile) {
+        return sum + static_cast<double>(tile.bytes);
+    });
     std::vector<double> weights;
     weights.reserve(m_tiles.size());
-    std::transform(m_tiles.begin(), m_tiles.end(), std::back_inserter(weights),
-                   [](const ExplorerTile& tile) { return static_cast<double>(tile.bytes); });
+    std::transform(m_tiles.begin(), m_tiles.end(), std::back_inserter(weights), [all](const ExplorerTile& tile) {
+        return std::max(static_cast<double>(tile.bytes), all * smallestShare);
+    });
     const double across = width() + TreemapPaint::gap;
     m_cells = squarified(weights, {0, 0, across, height() + TreemapPaint::gap});
     if (isRightToLeft()) {
@@ -117,9 +126,9 @@ QRect TreemapView::tileRect(std::size_t index) const {
     const TreemapRectangle& cell = m_cells[index];
     const auto whole = [](double value) { return static_cast<int>(std::lround(value)); };
     const auto gap = static_cast<int>(TreemapPaint::gap);
-    const QPoint start(whole(cell.x), whole(cell.y));
-    return {start, QSize(std::max(1, whole(cell.x + cell.width) - start.x() - gap),
-                         std::max(1, whole(cell.y + cell.height) - start.y() - gap))};
+    const QPoint end(whole(cell.x + cell.width) - gap, whole(cell.y + cell.height) - gap);
+    const QPoint start(std::min(whole(cell.x), end.x() - 1), std::min(whole(cell.y), end.y() - 1));
+    return {start, QSize(end.x() - start.x(), end.y() - start.y())};
 }
 
 std::optional<std::size_t> TreemapView::indexAt(const QPoint& place) const {
@@ -245,7 +254,7 @@ void TreemapView::paintEvent(QPaintEvent* event) {
         if (tileRect(index).adjusted(-1, -1, 1, 1).intersects(event->rect())) {
             const std::string& path = m_tiles[index].path;
             TreemapPaint::tile(painter, m_tiles[index], m_cells[index],
-                               {isOutlined(path), !path.empty() && path == m_selected});
+                               {isOutlined(path), !path.empty() && path == m_selected, isRightToLeft()});
         }
     }
 }

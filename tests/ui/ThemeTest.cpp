@@ -24,6 +24,35 @@ TEST(Theme, everyTextReadsOnEveryGround) {
     Theme::setDark(false);
 }
 
+TEST(Theme, everyTileCanBeReadAndEveryBarCanBeSeen) {
+    for (const bool dark : {false, true}) {
+        Theme::setDark(dark);
+        for (int rank = 0; rank <= 8; ++rank) {
+            EXPECT_GE(Theme::contrast(Theme::rankInk(), Theme::rankFill(rank)), 4.5) << "dark " << dark << rank;
+            EXPECT_GE(Theme::contrast(Theme::rankStrong(rank), Theme::colour(Colour::card)), 3.0)
+                << "dark " << dark << rank;
+        }
+    }
+    Theme::setDark(false);
+}
+
+TEST(Theme, ranksHaveColoursOfTheirOwnInLightAndDarkUpToTheNinth) {
+    EXPECT_EQ(Theme::rankFill(0), QColor(0xB6, 0xD3, 0xEB));
+    EXPECT_EQ(Theme::rankStrong(7), QColor(0xBA, 0x7D, 0x7D));
+    for (int rank = 0; rank < 8; ++rank) {
+        EXPECT_NE(Theme::rankFill(rank), Theme::rankFill(rank + 1));
+        EXPECT_NE(Theme::rankStrong(rank), Theme::rankStrong(rank + 1));
+    }
+    for (const int rank : {9, 12, 200, -1}) {
+        EXPECT_EQ(Theme::rankFill(rank), Theme::rankFill(8)) << rank;
+        EXPECT_EQ(Theme::rankStrong(rank), Theme::rankStrong(8)) << rank;
+    }
+    Theme::setDark(true);
+    EXPECT_EQ(Theme::rankFill(0), QColor(0x1E, 0x4F, 0x7C));
+    EXPECT_EQ(Theme::rankStrong(8), QColor(0x7A, 0x7F, 0x8A));
+    Theme::setDark(false);
+}
+
 TEST(Theme, aDisabledMenuLineIsQuieterThanTheOthersInTheDarkToo) {
     Theme::setDark(true);
     QMenu menu;
