@@ -16,6 +16,7 @@ int clean(const Arguments& arguments);
 int allowed(const Arguments& arguments);
 int size(const Arguments& arguments);
 int scanTargets(const Arguments& arguments);
+int scan(const Arguments& arguments);
 int record(const Arguments& arguments);
 int parse(const Arguments& arguments);
 int setPreference(const Arguments& arguments);

@@ -15,13 +15,14 @@ struct Verb {
     int (*run)(const Arguments&);
 };
 
-constexpr std::array<Verb, 16> verbs{{
+constexpr std::array<Verb, 17> verbs{{
     {"clean", "HOME REL", clean},
     {"record", "HOME [N]", record},
     {"runproc", "EXE [ARG...]", runProcess},
     {"size", "PATH", size},
     {"allowed", "HOME PATH", allowed},
     {"scan-targets", "HOME", scanTargets},
+    {"scan", "DIR [FILE-LIMIT]", scan},
     {"parse", "activity|df|ps|lsof|top < INPUT", parse},
     {"pref-set", "HOME KEY VALUE...", setPreference},
     {"pref-get", "HOME KEY", preference},

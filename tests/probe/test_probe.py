@@ -143,6 +143,55 @@ class Measure(Probe):
         self.assertTrue(found[0]["path"].endswith("/h%FF/.npm/_cacache"), found)
 
 
+class Explore(Probe):
+    def scan(self, folder, *limit):
+        return json.loads(self.line("scan", folder, *limit))
+
+    def test_direct_children_and_largest_files_are_told(self):
+        folder = self.home / "pro jects"
+        (folder / "a/b").mkdir(parents=True)
+        (folder / "empty").mkdir()
+        (folder / "a/b/large").write_bytes(b"x" * 300_000)
+        (folder / ".small").write_bytes(b"x" * 10_000)
+        (folder / "link").symlink_to("a")
+        found = self.scan(str(folder) + "//")
+        self.assertEqual(
+            list(found),
+            ["folders", "largestFiles", "inspectedFiles", "skippedLocations", "stopped", "limitReached"])
+        base = urllib.parse.quote(str(folder))
+        large, small = ((folder / name).stat().st_blocks * 512 for name in ("a/b/large", ".small"))
+        self.assertEqual(found["folders"], [
+            {"path": base + "/a", "bytes": large, "isDirectory": True},
+            {"path": base + "/.small", "bytes": small, "isDirectory": False}])
+        self.assertEqual(found["largestFiles"], [
+            {"path": base + "/a/b/large", "bytes": large, "isDirectory": False},
+            {"path": base + "/.small", "bytes": small, "isDirectory": False}])
+        self.assertEqual(found["inspectedFiles"], 6)
+        self.assertEqual(found["skippedLocations"], 1)
+        self.assertFalse(found["stopped"] or found["limitReached"])
+
+    def test_the_limit_counts_entries_exactly(self):
+        for number in range(100):
+            (self.home / str(number)).touch()
+        for limit, inspected in (("10", 10), ("100", 100), ("-1", 100), ("0", 0)):
+            found = self.scan(str(self.home), limit)
+            self.assertEqual(found["inspectedFiles"], inspected)
+            self.assertEqual(found["limitReached"], inspected < 100)
+
+    def test_a_name_that_is_no_text_is_told_by_its_bytes(self):
+        for name in (b"\xff", b"\xfe", b"50%\n", "ü".encode()):
+            with open(os.path.join(os.fsencode(self.home), name), "wb") as file:
+                file.write(b"x")
+        found = self.scan(str(self.home))
+        names = [item["path"].rsplit("/", 1)[1] for item in found["folders"]]
+        self.assertEqual(sorted(names), ["%C3%BC", "%FE", "%FF", "50%25%0A"])
+
+    def test_a_folder_that_is_not_there_gives_the_empty_result(self):
+        found = self.scan(str(self.home / "nothing"))
+        self.assertEqual(found, {"folders": [], "largestFiles": [], "inspectedFiles": 0, "skippedLocations": 0,
+                                 "stopped": False, "limitReached": False})
+
+
 class Record(Probe):
     def test_every_acknowledged_record_is_in_the_log(self):
         result = self.run_probe("record", str(self.home), "3")
@@ -370,7 +419,8 @@ class Figures(Probe):
 class Usage(Probe):
     def test_what_does_not_fit_is_answered_with_the_usage(self):
         for arguments in ((), ("fly",), ("clean", "x"), ("record",), ("record", "x", "-1"), ("record", "x", "1x"),
-                          ("parse", "xml"), ("size",), ("allowed", "x"), ("scan-targets",), ("pref-set", "x"),
+                          ("parse", "xml"), ("size",), ("allowed", "x"), ("scan-targets",), ("scan",),
+                          ("scan", "/", "x"), ("scan", "/", "1", "2"), ("pref-set", "x"),
                           ("pref-get", "x"), ("runproc",), ("telemetry", "x"),
                           ("stop",), ("stop", "7"), ("stop", "7x", "/bin/cat"), ("stop", "2147483648", "/bin/cat"),
                           ("stop", "7", "/bin/cat", "x"), ("list", "x"), ("ports", "x"), ("parse", "ps", "x")):
