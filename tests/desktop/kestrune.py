@@ -4,7 +4,7 @@ import re
 import subprocess
 from pathlib import Path
 
-from desk import PATIENCE, Tray, Windows, bring_to_front, press_keys, wait
+from desk import PATIENCE, Tray, Windows, bring_to_front, output, press_keys, wait
 
 PROGRAM = os.environ.get('KESTRUNE', '')
 PAGES = ['Overview', 'Storage', 'Disk Explorer', 'AI Tools', 'Running Apps', 'Automation', 'Activity', 'Settings']
@@ -13,6 +13,7 @@ QUICK_CLEAN = '🧹 Clean Build Caches…'
 CLEAN_SAVED = '📋 Clean the Same Folders Again…'
 OPEN = '✦ Open Kestrune'
 STORAGE = '💾 Find What’s Taking Space…'
+EXPLORER = '📂 Find Big Files…'
 PORTS = '🌐 Find What’s Using a Port…'
 KEEP = '🔒 Keep My Current App Open'
 QUIT_OTHERS = '🚪 Quit Other Apps…'
@@ -24,6 +25,12 @@ RECENT = '🕘 Recent Actions…'
 QUIT = 'Quit Kestrune'
 
 PORT_WINDOW = 'What’s Using a Port?'
+FOLDER_PANEL = 'Choose folder'
+FOLDER_MESSAGE = 'Choose a folder to inspect. Disk Explorer only reads files.'
+CHOOSE = 'Choose folder…'
+PICTURE = 'Picture of the largest items'
+LARGEST = 'Largest entries'
+BIGGEST_FILES = 'Biggest files'
 REVIEW = 'Review & move to Trash'
 CAUTION = ("Close the tools using these files first. Builds may need to rebuild caches; models may require another "
            "download. Space is recovered only after Trash is emptied. You can restore eligible items from Finder's "
@@ -31,14 +38,15 @@ CAUTION = ("Close the tools using these files first. Builds may need to rebuild 
 
 
 class Kestrune:
-    """Starts the program for the person of home. A context manager: the program is gone at the end."""
+    """Starts the program for the person of home, through a command that becomes it where one is given. A context
+    manager: the program is gone at the end."""
 
-    def __init__(self, home, *arguments, environment=None, log=None, umask=-1):
+    def __init__(self, home, *arguments, environment=None, log=None, umask=-1, through=()):
         self.home = home
         self.log = Path(log or home.folder.parent / 'program.log')
         self._tray = self._windows = None
         with open(self.log, 'ab') as out:
-            self.process = subprocess.Popen([PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out, umask=umask,
+            self.process = subprocess.Popen([*through, PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out, umask=umask,
                                             env={**os.environ, **home.environment, **(environment or {})})
 
     @property
@@ -160,6 +168,37 @@ class Kestrune:
 
     def press_in_row(self, process, label):
         self.windows.use(lambda: self.row_control(process, label), f'{label!r} in the row of process {process}')
+
+    # Disk Explorer.
+
+    def open_folder_panel(self, button=CHOOSE):
+        """Gives the panel, which then has the keyboard."""
+        self.windows.press(button)
+        bring_to_front(wait(lambda: self.window_id(FOLDER_PANEL), 'the folder panel'))
+        return wait(lambda: self.windows.window(FOLDER_PANEL), 'the folder panel')
+
+    def choose_folder(self, folder, button=CHOOSE):
+        """Types folder into the panel."""
+        self.open_folder_panel(button)
+        output('xdotool', 'type', str(folder))
+        press_keys('Return')
+        self.wait_for_panel_to_close()
+
+    def wait_for_panel_to_close(self):
+        wait(lambda: not self.window_id(FOLDER_PANEL), 'the folder panel to close')
+
+    def listed_in(self, name):
+        """What a screen reader reads at the items of this list, in their order."""
+        return [self.windows.name(node) for node in self.items_of(name)]
+
+    def items_of(self, name):
+        nodes = self.windows.walk(self.windows.list_named(name), closed=('list item',))
+        return [node for node in nodes if self.windows.role(node) == 'list item']
+
+    def item(self, name, beginning):
+        """The item of this list whose text begins so."""
+        return wait(lambda: next((node for node in self.items_of(name)
+                                  if self.windows.name(node).startswith(beginning)), None), f'{beginning!r} in {name!r}')
 
     # Storage.
 

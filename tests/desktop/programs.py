@@ -1,9 +1,12 @@
 """Real programs beside the one under test: applications with windows, and servers that listen on ports."""
+import contextlib
 import os
 import shutil
 import signal
 import subprocess
 import sys
+import threading
+import urllib.parse
 
 from desk import PATIENCE, bring_to_front, listed_windows, output, wait
 
@@ -99,6 +102,53 @@ class Server(Program):
     @property
     def port(self):
         return self.ports[0]
+
+
+class Hog(Program):
+    """Takes all of one processor that others leave."""
+
+    def __init__(self, processor):
+        super().__init__('taskset', '-c', str(processor), '/bin/sh', '-c', 'while :; do :; done')
+
+
+class DragSource(Program):
+    """A small window at the right edge of the screen from which these files can be dragged."""
+
+    PLACE = (1310, 420)
+    STEP = 12
+
+    def __init__(self, *paths):
+        addresses = ['file://' + urllib.parse.quote(os.fsencode(path)) for path in paths]
+        super().__init__(os.environ['KESTRUNE_DRAGGING'], *map(str, self.PLACE), *addresses,
+                         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.said = []
+        threading.Thread(target=self._listen, args=(self.process.stdout,), daemon=True).start()
+        self._wait_for('shown')
+
+    def _listen(self, lines):
+        with contextlib.suppress(ValueError):  # closed at the end
+            for line in lines:
+                self.said.append(line.strip())
+
+    def _wait_for(self, word):
+        wait(lambda: word in self.said, f'the window to drag from to say {word!r}')
+
+    def drag_to(self, x, y):
+        """Drags to this place and lets go there once that is welcome."""
+        output('xdotool', 'mousemove', *(str(at + 30) for at in self.PLACE), 'mousedown', '1')
+        self._move_until('dragging')
+        output('xdotool', 'mousemove', str(x), str(y))
+        self._move_until('wanted')
+        output('xdotool', 'mouseup', '1')
+        self._wait_for('dropped')
+
+    def _move_until(self, word):
+        """To and fro: each motion asks what lies under the pointer once more."""
+        def has_said():
+            for step in (self.STEP, -self.STEP):
+                output('xdotool', 'mousemove_relative', '--', '0', str(step))
+            return word in self.said
+        wait(has_said, f'the window to drag from to say {word!r}')
 
 
 def is_free(port):
