@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -55,18 +56,31 @@ void addMessage(QFileDialog& panel, const QString& message) {
     panel.setAccessibleDescription(message);
 }
 
+/// Takes away what no other window here has: a choice of one kind of file, and pictures on buttons.
+void simplify(const QFileDialog& panel) {
+    for (const QString& name : {QStringLiteral("fileTypeLabel"), QStringLiteral("fileTypeCombo")}) {
+        if (auto* part = panel.findChild<QWidget*>(name)) {
+            part->hide();
+        }
+    }
+    for (QPushButton* button : panel.findChildren<QPushButton*>()) {
+        button->setIcon(QIcon());
+    }
+}
+
 void prepare(QFileDialog& panel, const QString& message, const std::string& startFolder) {
     panel.setFileMode(QFileDialog::Directory);
     panel.setOption(QFileDialog::ShowDirsOnly);
     // Qt's own panel can delete and rename; what looks at files must not come with that.
     panel.setOption(QFileDialog::ReadOnly);
-    // A link's target may have a name that text cannot carry.
+    // What is answered is what the person saw, not where it leads.
     panel.setOption(QFileDialog::DontResolveSymlinks);
     panel.setOption(QFileDialog::DontUseCustomDirectoryIcons);
     panel.setFilter(QDir::AllDirs | QDir::Hidden | QDir::NoDotAndDotDot);
     panel.setDirectory(startIn(startFolder));
     if (isOurs(panel)) {
         addMessage(panel, message);
+        simplify(panel);
         const QSize room = panel.screen()->availableSize() - QSize(0, Metrics::px(frameHeight));
         panel.setMaximumSize(room);
         panel.resize(QSize(Metrics::px(panelWidth), Metrics::px(panelHeight)).boundedTo(room));
