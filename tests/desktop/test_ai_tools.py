@@ -1,8 +1,8 @@
 """AI Tools: what the model folders take, and the tools that run."""
 import pytest
 
-from desk import file_manager, wait
-from home import Home
+from desk import file_manager, press_keys, wait
+from home import Home, Measured
 from kestrune import AI_TOOLS
 from programs import Server
 
@@ -60,10 +60,18 @@ def test_a_tool_that_ends_leaves_the_list_at_the_next_check(app, ollama):
     wait(lambda: not app.row(ollama.pid), 'the row to go')
 
 
-def test_the_buttons_lead_to_storage_and_the_explorer(app):
+def test_the_button_leads_to_storage(app):
     app.open(AI_TOOLS)
     app.windows.press('Review model cleanup')
     wait(lambda: app.page() == 'Storage', 'the page Storage')
-    app.show_page('AI Tools')
-    app.windows.press('Inspect a custom folder')
+
+
+def test_a_custom_folder_is_inspected_once_one_is_chosen(app, home):
+    app.open(AI_TOOLS)
+    app.open_folder_panel('Inspect a custom folder')
+    press_keys('Escape')
+    app.wait_for_panel_to_close()
+    assert app.page() == 'AI Tools'
+    app.choose_folder(home.path('Ollama Models'), 'Inspect a custom folder')
     wait(lambda: app.page() == 'Disk Explorer', 'the page Disk Explorer')
+    app.windows.wait_for(Measured(home.path('Ollama Models')).counts)
