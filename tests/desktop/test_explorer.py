@@ -9,9 +9,9 @@ from pathlib import Path
 
 import pytest
 
-from desk import ColourScheme, Windows, bring_to_front, double_click, file_manager, picture, press_keys, wait
+from desk import ColourScheme, bring_to_front, double_click, file_manager, frame_of, picture, press_keys, wait
 from home import Measured, allocate, worded
-from kestrune import BIGGEST_FILES, CHOOSE, EXPLORER, FOLDER_MESSAGE, FOLDER_PANEL, LARGEST, PICTURE, Kestrune
+from kestrune import BIGGEST_FILES, CHOOSE, EXPLORER, FOLDER_MESSAGE, LARGEST, PICTURE, Kestrune
 from programs import DragSource, Hog
 
 UNIT = 4096
@@ -163,13 +163,19 @@ def test_tiles_and_rows_name_the_same_things_with_the_same_sizes(page, projects)
     assert areas[0].width * areas[0].height == max(area.width * area.height for area in areas)
 
 
+def focus_is_in_picture(app):
+    focused = app.windows.focused()
+    return focused and app.windows.name(focused) in (PICTURE, *app.listed_in(PICTURE))
+
+
 def test_folders_are_walked_by_pointer_and_keyboard_and_remembered(page, home, projects):
     page.choose_folder(projects)
     wait_for_result(page, projects)
     bring_to_front(page.window_id())
     double_click(page.item(PICTURE, 'client-app, '))
     app_folder = wait_for_result(page, projects / 'client-app')
-    page.press_keys('Tab', 'Home', 'Return') if not focus_is_in_picture(page) else press_keys('Home', 'Return')
+    wait(lambda: focus_is_in_picture(page), 'the keyboard to be in the new picture')
+    page.press_keys('Home', 'Return')
     wait_for_result(page, projects / 'client-app/build')
     page.windows.press('Up one folder')
     page.windows.wait_for(app_folder.counts)
@@ -180,23 +186,14 @@ def test_folders_are_walked_by_pointer_and_keyboard_and_remembered(page, home, p
     page.windows.wait_for(app_folder.counts)  # as it was: nothing is measured again
     page.windows.press('Forward')
     wait_for_result(page, projects / 'client-app/build')
-    page.windows.press('Explore: ' + readable(projects / 'client-app', home))
+    page.windows.press(f'Explore: {projects}/client-app')
     wait_for_result(page, projects / 'client-app')
     page.press_keys('alt+Up')
     wait_for_result(page, projects)
     page.windows.press('Explore: model-lab')
     wait_for_result(page, projects / 'model-lab')
-    page.windows.press('Explore: ' + readable(home.folder, home))
+    page.windows.press(f'Explore: {home.folder}')
     wait_for_result(page, home.folder)
-
-
-def focus_is_in_picture(app):
-    wait(app.windows.focused, 'the focus')
-    return app.windows.name(app.windows.focused()) in (PICTURE, *app.listed_in(PICTURE))
-
-
-def readable(path, home):
-    return str(path)
 
 
 def test_names_that_are_no_text_are_explored_and_shown_exactly(page, projects):
@@ -299,8 +296,8 @@ def test_a_long_scan_is_watched_left_alone_and_stopped(page, projects, crowd, pi
     with starved(tasks(page) - before):
         page.windows.press('Rescan')
         page.windows.wait_for(MEASURING)
-        page.show_page('Settings')
-        page.windows.wait_for('Start at login')
+        page.show_page('Storage')
+        page.windows.wait_for('Choose what goes. Keep what matters.')
         page.show_page('Disk Explorer')
         page.windows.wait_for(MEASURING)
         picture(pictures / 'explorer-scanning-light.png', page.window_id())
@@ -312,17 +309,13 @@ def test_a_long_scan_is_watched_left_alone_and_stopped(page, projects, crowd, pi
     wait_for_result(page, projects)
 
 
-def middle_of_window(app):
-    left, top, width, height = app.frame()
-    return left + width // 2, top + height // 2
-
-
 @pytest.mark.parametrize('name', [b'client-app', b'\xff'])
 def test_a_folder_that_is_dragged_onto_the_page_is_explored(page, projects, name):
     folder = os.fsencode(projects) + b'/' + name
+    left, top, width, height = frame_of(wait(page.window_id, 'the window on the screen'))
     with DragSource(folder) as source:
-        source.drag_to(*middle_of_window(page))
-    wait_for_result(page, folder)
+        source.drag_to(left + width // 2, top + height // 2)
+        wait_for_result(page, folder)  # its owner is asked once more when it is dropped
 
 
 @pytest.mark.parametrize('look', ['light', 'dark'])
