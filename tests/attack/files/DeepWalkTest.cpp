@@ -1,9 +1,12 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "platform/linux/LinuxDirectoryWalker.h"
 #include "tests/fakes/DeepTree.h"
@@ -16,6 +19,21 @@ constexpr int deepest = 50000;
 
 TreeSize measured(const std::string& folder, const DirectoryWalker::Cancelled& cancelled = {}) {
     return LinuxDirectoryWalker().measure(folder, cancelled);
+}
+
+/// Entries, bytes, entries of other file systems, and what could not be read.
+std::vector<std::int64_t> seenOf(const std::string& folder) {
+    WalkRequest request;
+    request.folder = folder;
+    const TreeWalk found = LinuxDirectoryWalker().walk(request);
+    return {found.entries, found.bytes, found.elsewhere, found.unreadable};
+}
+
+/// The most memory this process ever had resident.
+std::int64_t peakKibibytes() {
+    rusage usage{};
+    EXPECT_EQ(0, ::getrusage(RUSAGE_SELF, &usage));
+    return usage.ru_maxrss;
 }
 
 TEST(DeepWalk, fiftyThousandFoldersInsideEachOtherAreMeasured) {
@@ -38,15 +56,31 @@ TEST(DeepWalk, everyWaitingFolderOfAChainFiftyThousandDeepIsVisited) {
     EXPECT_EQ(watch.before, openDescriptors());
 }
 
-TEST(DeepWalk, twoHundredThousandFilesInOneFolderAreMeasured) {
-    constexpr int files = 200000;
+TEST(DeepWalk, aMillionFilesInOneFolderAreMeasuredAndTheLargestNamed) {
+    constexpr int files = 1'000'000;
+    constexpr std::int64_t named = 200;
     const TemporaryFolder root(TemporaryFolder::fastBase());
     const LinuxFileDescriptor folder(::open(root.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (int number = 0; number < files; ++number) {
         const std::string name = std::to_string(number);
         ASSERT_EQ(0, ::mknodat(folder.get(), name.c_str(), S_IFREG | 0600, 0));
     }
-    EXPECT_EQ((TreeSize{true, 0, files, 0, false}), measured(root.path()));
+    makeFileAt(folder.get(), "large", 10000);
+    WalkRequest request;
+    request.folder = root.path();
+    request.childLimit = named;
+    request.largestLimit = 50;
+    const std::int64_t before = peakKibibytes();
+    const TreeWalk found = LinuxDirectoryWalker().walk(request);
+    EXPECT_LE(peakKibibytes() - before, 16 * 1024);
+    EXPECT_EQ(WalkEnd::finished, found.end);
+    EXPECT_EQ(files + 1, found.entries);
+    EXPECT_EQ(files + 1, found.files);
+    ASSERT_EQ(static_cast<std::size_t>(named), found.children.size());
+    EXPECT_EQ((WalkedItem{"large", found.bytes, false}), found.children[0]);
+    EXPECT_EQ("0", found.children[1].path);
+    EXPECT_EQ(files + 1 - named, found.otherChildren);
+    EXPECT_EQ(50U, found.largestFiles.size());
 }
 
 TEST(DeepWalk, twoHundredThousandFoldersInOneFolderAreMeasured) {
@@ -74,7 +108,7 @@ TEST(DeepWalk, mountedFoldersAndFilesAddNothing) {
             ::mount(outside.path().c_str(), root.path("bound").c_str(), nullptr, MS_BIND, nullptr) == 0 &&
             ::mount(large.c_str(), file.c_str(), nullptr, MS_BIND, nullptr) == 0;
         root.write("mounted/inside", std::string(100000, 'x'));
-        ::_exit(!mounted ? 1 : measured(root.path()) == TreeSize{true, 0, 3, 0, false} ? 0 : 2);
+        ::_exit(!mounted ? 1 : seenOf(root.path()) == std::vector<std::int64_t>{3, 0, 3, 0} ? 0 : 2);
     }
     int status = -1;
     ASSERT_EQ(child, ::waitpid(child, &status, 0));
