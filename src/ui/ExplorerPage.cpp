@@ -38,11 +38,13 @@ QString folderName(const std::string& path) {
 
 ExplorerPage::ExplorerPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::explorer, parent),
+      m_rescan(addHeaderButton(QStringLiteral("Rescan"), QStringLiteral("arrow.clockwise"))),
+      m_choose(addHeaderButton(QStringLiteral("Choose folder…"))),
       m_empty(new EmptyState(body())),
       m_measuring(new ExplorerMeasuring(body())),
       m_findings(new ExplorerFindings(store, body())),
       m_drop(new DropHighlight(QStringLiteral("Drop the folder here to explore it."), this)) {
-    addHeaderButtons();
+    connectButtons();
     addShortcuts();
     setAcceptDrops(true);
     m_empty->setContent(QStringLiteral("folder.badge.questionmark"), QStringLiteral("Where did the space go?"),
@@ -63,8 +65,6 @@ ExplorerPage::ExplorerPage(WorkspaceStore& store, QWidget* parent)
     m_patience.setInterval(patience);
     connect(&m_soon, &QTimer::timeout, this, &ExplorerPage::showNow);
     connect(&m_patience, &QTimer::timeout, this, &ExplorerPage::showNow);
-    connect(m_empty->button(), &Button::clicked, this, [this] { this->store().chooseExplorerFolder(); });
-    connect(m_measuring->stopButton(), &Button::clicked, this, [this] { this->store().stopExploring(); });
     connect(m_findings, &ExplorerFindings::rowWanted, this,
             [this](QWidget* row) { scrollArea()->ensureWidgetVisible(row, 0, aroundRow); });
     watch(store.explorerRoot);
@@ -73,14 +73,15 @@ ExplorerPage::ExplorerPage(WorkspaceStore& store, QWidget* parent)
     watch(store.isExploring);
 }
 
-void ExplorerPage::addHeaderButtons() {
-    m_rescan = addHeaderButton(QStringLiteral("Rescan"), QStringLiteral("arrow.clockwise"));
-    m_choose = addHeaderButton(QStringLiteral("Choose folder…"));
+void ExplorerPage::connectButtons() {
     m_choose->setKind(Button::Kind::primary);
     m_rescan->hide();
     m_choose->hide();
     connect(m_rescan, &Button::clicked, this, [this] { store().rescanExplorer(); });
-    connect(m_choose, &Button::clicked, this, [this] { store().chooseExplorerFolder(); });
+    for (const Button* choose : {m_choose, m_empty->button()}) {
+        connect(choose, &Button::clicked, this, [this] { store().chooseExplorerFolder(); });
+    }
+    connect(m_measuring->stopButton(), &Button::clicked, this, [this] { store().stopExploring(); });
 }
 
 void ExplorerPage::addShortcuts() {

@@ -36,7 +36,7 @@ protected:
 private:
     enum class Stage { blank, empty, measuring, growing, result };
 
-    void addHeaderButtons();
+    void connectButtons();
     void addShortcuts();
     void noteScan();
     void showNow();
@@ -46,8 +46,9 @@ private:
     [[nodiscard]] QWidget* focusFor(Stage stage, const QWidget& focused) const;
     void scrollToTopOfNewFolder();
 
-    Button* m_rescan = nullptr;
-    Button* m_choose = nullptr;
+    // In this order they are made, and the Tab key goes through them.
+    Button* m_rescan;
+    Button* m_choose;
     EmptyState* m_empty;
     ExplorerMeasuring* m_measuring;
     ExplorerFindings* m_findings;

@@ -115,11 +115,34 @@ TEST_F(AIToolsPageTest, buttonsLeadToTheirPages) {
     click(QStringLiteral("Review model cleanup"));
     EXPECT_EQ(fixture.store().page.get(), WorkspacePage::storage);
     open(WorkspacePage::ai);
-    click(QStringLiteral("Inspect a custom folder"));
-    EXPECT_EQ(fixture.store().page.get(), WorkspacePage::explorer);
-    open(WorkspacePage::ai);
     click(QStringLiteral("Review all running apps"));
     EXPECT_EQ(fixture.store().page.get(), WorkspacePage::apps);
+}
+
+TEST_F(AIToolsPageTest, aCustomFolderIsChosenHereAndExploredOnItsPage) {
+    fixture.folderChooser.answer = "/home/anna/models";
+    open(WorkspacePage::ai);
+    click(QStringLiteral("Inspect a custom folder"));
+    EXPECT_EQ(fixture.folderChooser.asked.size(), 1U);
+    EXPECT_EQ(fixture.store().page.get(), WorkspacePage::explorer);
+    EXPECT_TRUE(fixture.store().isExploring.get());
+    EXPECT_EQ(fixture.store().explorerRoot.get(), "/home/anna/models");
+}
+
+TEST_F(AIToolsPageTest, aDismissedChoiceOfAFolderStaysOnThePage) {
+    open(WorkspacePage::ai);
+    click(QStringLiteral("Inspect a custom folder"));
+    EXPECT_EQ(fixture.folderChooser.asked.size(), 1U);
+    EXPECT_EQ(fixture.store().page.get(), WorkspacePage::ai);
+    EXPECT_FALSE(fixture.store().isExploring.get());
+}
+
+TEST_F(AIToolsPageTest, aFolderThatIsBeingExploredIsShownInsteadOfChoosingAnother) {
+    open(WorkspacePage::ai);
+    fixture.store().explore("/home/anna/models");
+    click(QStringLiteral("Inspect a custom folder"));
+    EXPECT_TRUE(fixture.folderChooser.asked.empty());
+    EXPECT_EQ(fixture.store().page.get(), WorkspacePage::explorer);
 }
 
 TEST_F(AIToolsPageTest, recognisedToolsAreListedAndOtherProcessesAreNot) {

@@ -11,6 +11,7 @@
 
 #include "tests/fakes/StoreFixture.h"
 #include "tests/ui/pictures/AlertScenes.h"
+#include "tests/ui/pictures/ExplorerScenes.h"
 #include "tests/ui/pictures/RunningScenes.h"
 #include "ui/AlertDialog.h"
 #include "ui/Metrics.h"
@@ -33,6 +34,7 @@ struct Look {
 struct Scene {
     const char* name;
     std::function<void(StoreFixture&)> prepare;
+    std::function<void(StoreFixture&, QWidget&)> act = {};  // once the window is shown
 };
 
 void addCaches(StoreFixture& fixture) {
@@ -173,6 +175,9 @@ std::vector<Scene> scenes() {
     for (const RunningScene& scene : aiToolsScenes()) {
         all.push_back({scene.name, on(P::ai, scene.prepare)});
     }
+    for (const ExplorerScene& scene : explorerScenes()) {
+        all.push_back({scene.name, on(P::explorer, scene.prepare), scene.act});
+    }
     return all;
 }
 
@@ -218,6 +223,10 @@ void takeAll(const QDir& folder, const Look& look, const QString& start) {
         WorkspaceWindow window(fixture.store(), {});
         window.resize(look.size);
         window.present();
+        if (scene.act) {
+            QApplication::processEvents();
+            scene.act(fixture, window);
+        }
         save(window, folder.filePath(QLatin1String(scene.name) + suffix + QStringLiteral(".png")));
         fixture.settle();
     }
@@ -251,6 +260,10 @@ void takePorts(const QDir& folder, const Look& look, const QString& start) {
         PortReviewWindow window(fixture.store());
         window.resize(look.size);
         window.present();
+        if (scene.act) {
+            QApplication::processEvents();
+            scene.act(fixture, window);
+        }
         save(window, folder.filePath(QLatin1String(scene.name) + suffixOf(look) + QStringLiteral(".png")));
         fixture.settle();
     }
