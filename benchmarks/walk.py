@@ -3,8 +3,8 @@
 
 Makes its trees below TMPDIR with walk_trees and removes them at the end. All programs run in turn, so that they see the
 same machine: the walk as the Disk Explorer asks for it (scan) and without limits (scan whole), the storage page's
-(measure), du -s, gdu and ncdu where they are installed, and walk_floor with one and two threads. Exit status 0 when every
-run of ours and of the floor gave what the tree's manifest says; what was wanted of the speed is told, not enforced.
+(measure), du -s, gdu and ncdu where they are installed, and walk_floor with one and two threads. Exit status 0 when
+every run of ours and of the floor gave what the tree's manifest says; the wanted speeds are told, not enforced.
 """
 
 import argparse
@@ -26,18 +26,20 @@ Wanted = namedtuple("Wanted", "figure peer at_most")
 
 LIMIT = 250_000  # entries of the Disk Explorer's own request
 DESCRIPTORS = 64  # a walk may hold
+COLD = [Wanted("wall", "du", 0.35)]
+FULL, COLD_FULL = [Wanted("wall", "du", 0.50)], [Wanted("wall", "du", 0.55)]
 BUSY = [Wanted("wall", "du", 0.45), Wanted("cpu", "du", 0.85), Wanted("wall", "floor 2", 1.10)]
 SHAPES = {
     "full": [
-        Shape("250,000 entries", "projects", 250_000, BUSY, [Wanted("wall", "du", 0.35)]),
-        Shape("1,000,000 entries", "projects", 1_000_000, BUSY, [Wanted("wall", "du", 0.35)]),
-        Shape("one folder of 200,000", "one-folder", 200_000, [Wanted("wall", "du", 0.50)], [Wanted("wall", "du", 0.55)]),
+        Shape("250,000 entries", "projects", 250_000, BUSY, COLD),
+        Shape("1,000,000 entries", "projects", 1_000_000, BUSY, COLD),
+        Shape("one folder of 200,000", "one-folder", 200_000, FULL, COLD_FULL),
         Shape("chain of 3,000", "chain", 3_000, [Wanted("cpu", "du", 0.70)], []),
         Shape("3,000 sparse files", "sparse", 3_000, [], []),
     ],
     "small": [
-        Shape("30,000 entries", "projects", 30_000, BUSY, [Wanted("wall", "du", 0.35)]),
-        Shape("one folder of 20,000", "one-folder", 20_000, [Wanted("wall", "du", 0.50)], [Wanted("wall", "du", 0.55)]),
+        Shape("30,000 entries", "projects", 30_000, BUSY, COLD),
+        Shape("one folder of 20,000", "one-folder", 20_000, FULL, COLD_FULL),
         Shape("chain of 3,000", "chain", 3_000, [Wanted("cpu", "du", 0.70)], []),
         Shape("300 sparse files", "sparse", 300, [], []),
     ],

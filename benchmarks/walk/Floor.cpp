@@ -191,10 +191,12 @@ Counts walk(const char* root, int threadCount) {
     first.push_back({std::make_shared<Folder>(AT_FDCWD), root});
     stack.push(first);
     std::vector<std::unique_ptr<Walker>> walkers;
+    walkers.reserve(static_cast<std::size_t>(threadCount));
     for (int i = 0; i < threadCount; ++i) {
         walkers.push_back(std::make_unique<Walker>(stack));
     }
     std::vector<std::thread> threads;
+    threads.reserve(walkers.size() - 1);
     for (int i = 1; i < threadCount; ++i) {
         threads.emplace_back([&walker = *walkers[static_cast<std::size_t>(i)]] { walker.run(); });
     }
