@@ -260,10 +260,6 @@ void takePorts(const QDir& folder, const Look& look, const QString& start) {
         PortReviewWindow window(fixture.store());
         window.resize(look.size);
         window.present();
-        if (scene.act) {
-            QApplication::processEvents();
-            scene.act(fixture, window);
-        }
         save(window, folder.filePath(QLatin1String(scene.name) + suffixOf(look) + QStringLiteral(".png")));
         fixture.settle();
     }
