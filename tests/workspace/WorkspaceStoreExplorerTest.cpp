@@ -251,6 +251,7 @@ TEST(WorkspaceStoreExplorer, ofTheProgressThatPiledUpOnlyTheNewestIsShown) {
     const auto subscription = explorer.store.explorerProgress.observe([&] {
         const auto& step = explorer.store.explorerProgress.get();
         told.push_back(step ? step->found.inspectedFiles : -1);
+        EXPECT_EQ(explorer.store.isExploring.get(), step.has_value());
     });
     explorer.explore(work);
     EXPECT_EQ(told, (std::vector<std::int64_t>{3, -1}));
