@@ -45,10 +45,10 @@ std::vector<Part> usableParts(const std::vector<double>& weights) {
         }
     }
     double onward = 0;
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-        onward += part->weight;
-        part->onward = onward;
-    }
+    std::for_each(parts.rbegin(), parts.rend(), [&onward](Part& part) {
+        onward += part.weight;
+        part.onward = onward;
+    });
     return parts;
 }
 

@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QTest>
 #include <QToolTip>
+#include <utility>
 
 #include "tests/ui/TreemapFixture.h"
 #include "ui/Theme.h"
@@ -48,6 +49,19 @@ QColor colourAt(TreemapView& view, const QPoint& place) {
 // Below the label and off the edge.
 QPoint groundOf(const TreemapView& view, std::size_t index) {
     return view.tileRect(index).bottomLeft() + QPoint(12, -12);
+}
+
+// Whether place, in the tile at rank, has text in it.
+bool hasInk(TreemapView& view, int rank, const QRect& place) {
+    const QImage picture = view.grab().toImage();
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        for (int x = place.left(); x <= place.right(); ++x) {
+            if (Theme::contrast(picture.pixelColor(x, y), Theme::rankFill(rank)) > 4) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 QColor edgeOf(TreemapView& view, std::size_t index) {
@@ -292,6 +306,19 @@ TEST_F(TreemapViewTest, aRememberedFolderShowsItsInsideBelowItsLabel) {
     EXPECT_EQ(picture.pixelColor(box.right() - 12, box.top() + 12), Theme::rankFill(0)) << "beside the label";
 }
 
+TEST_F(TreemapViewTest, aTileHasAsMuchOfItsLabelAsFits) {
+    const auto linesOf = [this](std::int64_t bytes) {
+        view.setTiles({treemapTile("Projects", 1000 - bytes, 0), treemapTile("Music", bytes, 1)});
+        const QRect box = view.tileRect(1).adjusted(2, 2, -2, -2);
+        const bool first = hasInk(view, 1, QRect(box.topLeft(), QSize(box.width(), 19)));
+        const bool second = hasInk(view, 1, QRect(box.left(), box.top() + 22, box.width(), 18));
+        return std::pair(first, second);
+    };
+    EXPECT_EQ(linesOf(110), std::pair(true, true)) << "name and size";
+    EXPECT_EQ(linesOf(80), std::pair(true, false)) << "size";
+    EXPECT_EQ(linesOf(60), std::pair(false, false)) << "too narrow for any";
+}
+
 TEST_F(TreemapViewTest, theSmallestItemStillHasATileThatThePointerFinds) {
     view.setTiles({treemapTile("Projects", 1'000'000'000, 0), treemapTile("tiny", 1, 1)});
     const QRect box = view.tileRect(1);
@@ -304,6 +331,7 @@ TEST_F(TreemapViewTest, theSmallestItemStillHasATileThatThePointerFinds) {
 
 TEST_F(TreemapViewTest, tilesThatAreSmallerThanTheGapStayInsideThePicture) {
     std::vector<ExplorerTile> many;
+    many.reserve(10'000);
     for (int index = 0; index < 10'000; ++index) {
         many.push_back(treemapTile(std::to_string(index), 1, index));
     }
@@ -315,26 +343,15 @@ TEST_F(TreemapViewTest, tilesThatAreSmallerThanTheGapStayInsideThePicture) {
 }
 
 TEST_F(TreemapViewTest, rightToLeftLabelsStartAtTheRight) {
-    const auto hasInk = [this](const QRect& place) {
-        const QImage picture = view.grab().toImage();
-        for (int y = place.top(); y <= place.bottom(); ++y) {
-            for (int x = place.left(); x <= place.right(); ++x) {
-                if (Theme::contrast(picture.pixelColor(x, y), Theme::rankFill(0)) > 2) {
-                    return true;
-                }
-            }
-        }
-        return false;
-    };
     const auto cornerOf = [this](bool right) {
         const QRect box = view.tileRect(0);
         return QRect(right ? box.right() - 60 : box.left() + 9, box.top() + 8, 50, 14);
     };
-    EXPECT_TRUE(hasInk(cornerOf(false)));
-    EXPECT_FALSE(hasInk(cornerOf(true)));
+    EXPECT_TRUE(hasInk(view, 0, cornerOf(false)));
+    EXPECT_FALSE(hasInk(view, 0, cornerOf(true)));
     view.setLayoutDirection(Qt::RightToLeft);
-    EXPECT_FALSE(hasInk(cornerOf(false)));
-    EXPECT_TRUE(hasInk(cornerOf(true)));
+    EXPECT_FALSE(hasInk(view, 0, cornerOf(false)));
+    EXPECT_TRUE(hasInk(view, 0, cornerOf(true)));
 }
 
 }  // namespace kestrune
