@@ -89,6 +89,10 @@ def wait_for_result(app, folder):
     return truth
 
 
+def window_on_screen(app):
+    return wait(app.window_id, 'the window on the screen')
+
+
 def row_parts(text):
     """(name, kind, size, share) of what a row of the largest entries says."""
     return tuple(text.rsplit(', ', 3))
@@ -171,7 +175,7 @@ def focus_is_in_picture(app):
 def test_folders_are_walked_by_pointer_and_keyboard_and_remembered(page, home, projects):
     page.choose_folder(projects)
     wait_for_result(page, projects)
-    bring_to_front(page.window_id())
+    bring_to_front(window_on_screen(page))
     double_click(page.item(PICTURE, 'client-app, '))
     app_folder = wait_for_result(page, projects / 'client-app')
     wait(lambda: focus_is_in_picture(page), 'the keyboard to be in the new picture')
@@ -300,7 +304,7 @@ def test_a_long_scan_is_watched_left_alone_and_stopped(page, projects, crowd, pi
         page.windows.wait_for('Choose what goes. Keep what matters.')
         page.show_page('Disk Explorer')
         page.windows.wait_for(MEASURING)
-        picture(pictures / 'explorer-scanning-light.png', page.window_id())
+        picture(pictures / 'explorer-scanning-light.png', window_on_screen(page))
         page.windows.press('Stop scan')
     page.windows.wait_for('This scan is incomplete. ')
     counts = next(text for text in page.windows.texts() if ' inspected · ' in text)
@@ -312,7 +316,7 @@ def test_a_long_scan_is_watched_left_alone_and_stopped(page, projects, crowd, pi
 @pytest.mark.parametrize('name', [b'client-app', b'\xff'])
 def test_a_folder_that_is_dragged_onto_the_page_is_explored(page, projects, name):
     folder = os.fsencode(projects) + b'/' + name
-    left, top, width, height = frame_of(wait(page.window_id, 'the window on the screen'))
+    left, top, width, height = frame_of(window_on_screen(page))
     with DragSource(folder) as source:
         source.drag_to(left + width // 2, top + height // 2)
         wait_for_result(page, folder)  # its owner is asked once more when it is dropped
@@ -322,11 +326,12 @@ def test_a_folder_that_is_dragged_onto_the_page_is_explored(page, projects, name
 def test_the_page_is_drawn_in_light_and_dark(start, projects, pictures, look):
     with ColourScheme(dark=look == 'dark'):
         app = start().open(EXPLORER)
-        picture(pictures / f'explorer-empty-{look}.png', app.window_id())
+        app.windows.wait_for(QUESTION)
+        picture(pictures / f'explorer-empty-{look}.png', window_on_screen(app))
         app.choose_folder(projects)
         wait_for_result(app, projects)
         app.open_folder_panel()
         picture(pictures / f'explorer-panel-{look}.png')
         press_keys('Escape')
         app.wait_for_panel_to_close()
-        picture(pictures / f'explorer-{look}.png', app.window_id())
+        picture(pictures / f'explorer-{look}.png', window_on_screen(app))

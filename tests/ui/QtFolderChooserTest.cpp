@@ -25,6 +25,12 @@ namespace {
 
 const std::string message = "Choose a folder to inspect. Disk Explorer only reads files.";
 
+/// Makes a folder below base and gives its path.
+std::string make(const TemporaryFolder& base, const std::string& name) {
+    std::filesystem::create_directories(base.path(name));
+    return base.path(name);
+}
+
 /// Opens the panel at start, lets act use it, and gives what the person chose with it.
 std::optional<std::string> choose(const std::string& start, const std::function<void(QFileDialog&)>& act) {
     QTimer::singleShot(0, [&act] {
@@ -85,16 +91,11 @@ void mark(QFileDialog& panel, const QString& name) {
 
 class QtFolderChooserTest : public ::testing::Test {
 protected:
-    std::string make(const std::string& name) const {
-        std::filesystem::create_directories(folder.path(name));
-        return folder.path(name);
-    }
-
     TemporaryFolder folder;
 };
 
 TEST_F(QtFolderChooserTest, startsAtTheGivenFolderAndAnswersItUnchanged) {
-    const std::string start = make("Größe & <b>");
+    const std::string start = make(folder, "Größe & <b>");
     EXPECT_EQ(choose(start,
                      [&](QFileDialog& panel) {
                          EXPECT_EQ(panel.directory().path().toStdString(), start);
@@ -114,7 +115,7 @@ TEST_F(QtFolderChooserTest, messageIsSeenInThePanelAndReadByScreenReaders) {
 }
 
 TEST_F(QtFolderChooserTest, typedFolderIsAnsweredOnReturn) {
-    const std::string wanted = make("Projects/app");
+    const std::string wanted = make(folder, "Projects/app");
     EXPECT_EQ(choose(folder.path(),
                      [&](QFileDialog&) {
                          type(wanted + "/../app/");
@@ -128,8 +129,8 @@ TEST_F(QtFolderChooserTest, escapeAnswersNothing) {
 }
 
 TEST_F(QtFolderChooserTest, listsFoldersOnlyAndHiddenOnesToo) {
-    make("Downloads");
-    const std::string hidden = make(".cache");
+    make(folder, "Downloads");
+    const std::string hidden = make(folder, ".cache");
     folder.write("letter.odt", "mine");
     EXPECT_EQ(choose(folder.path(),
                      [](QFileDialog& panel) {
@@ -151,7 +152,7 @@ TEST_F(QtFolderChooserTest, panelCanChangeNothing) {
 }
 
 TEST_F(QtFolderChooserTest, linkIsAnsweredAsItselfAndNotAsItsTarget) {
-    make("target");
+    make(folder, "target");
     std::filesystem::create_directory_symlink(folder.path("target"), folder.path("link"));
     EXPECT_EQ(choose(folder.path("link"), [](QFileDialog&) { press(Qt::Key_Return); }), folder.path("link"));
     EXPECT_EQ(choose(folder.path(),
@@ -164,16 +165,16 @@ TEST_F(QtFolderChooserTest, linkIsAnsweredAsItselfAndNotAsItsTarget) {
 }
 
 TEST_F(QtFolderChooserTest, startThatIsGoneOrHasNoReadableNameGivesTheFolderAbove) {
-    const std::string unreadable = make("\xFF");
-    make("\xEF\xBF\xBD");  // what the unreadable name turns into as text
+    const std::string unreadable = make(folder, "\xFF");
+    make(folder, "\xEF\xBF\xBD");  // what the unreadable name turns into as text
     for (const std::string& start : {folder.path("gone/long ago"), unreadable, unreadable + "/deeper"}) {
         EXPECT_EQ(choose(start, [](QFileDialog&) { press(Qt::Key_Return); }), folder.path());
     }
 }
 
 TEST_F(QtFolderChooserTest, nameThatIsNoTextIsNotListedAndItsTwinIsAnsweredExactly) {
-    make("\xFF");
-    const std::string twin = make("\xEF\xBF\xBD");
+    make(folder, "\xFF");
+    const std::string twin = make(folder, "\xEF\xBF\xBD");
     EXPECT_EQ(choose(folder.path(),
                      [](QFileDialog& panel) {
                          waitForListing(panel, 1);
@@ -184,7 +185,7 @@ TEST_F(QtFolderChooserTest, nameThatIsNoTextIsNotListedAndItsTwinIsAnsweredExact
 }
 
 TEST_F(QtFolderChooserTest, nameWithQuotationMarksNeverAnswersAnotherFolder) {
-    const std::string quoted = make("a\"b\"c");
+    const std::string quoted = make(folder, "a\"b\"c");
     const auto chooseQuoted = [&] {
         return choose(folder.path(), [](QFileDialog& panel) {
             EXPECT_TRUE(QTest::qWaitFor([&] { return listed(panel).contains(QStringLiteral("a\"b\"c")); }));
@@ -193,7 +194,7 @@ TEST_F(QtFolderChooserTest, nameWithQuotationMarksNeverAnswersAnotherFolder) {
         });
     };
     EXPECT_EQ(chooseQuoted(), quoted);
-    make("b");
+    make(folder, "b");
     EXPECT_EQ(chooseQuoted().value_or(quoted), quoted);
     const auto typed = choose(folder.path(), [](QFileDialog& panel) {
         waitForListing(panel, 2);
