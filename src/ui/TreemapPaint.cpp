@@ -61,8 +61,9 @@ public:
         const double pixel = 1 / m_transform.m11();
         const double right = x(cell.x + cell.width) - length(gap);
         const double bottom = y(cell.y + cell.height) - length(gap);
-        return {QPointF(std::min(x(cell.x), right - pixel), std::min(y(cell.y), bottom - pixel)),
-                QPointF(right, bottom)};
+        const double left = std::max(x(0), std::min(x(cell.x), right - pixel));
+        const double top = std::max(y(0), std::min(y(cell.y), bottom - pixel));
+        return {QPointF(left, top), QPointF(std::max(right, left + pixel), std::max(bottom, top + pixel))};
     }
 
 private:

@@ -126,9 +126,11 @@ QRect TreemapView::tileRect(std::size_t index) const {
     const TreemapRectangle& cell = m_cells[index];
     const auto whole = [](double value) { return static_cast<int>(std::lround(value)); };
     const auto gap = static_cast<int>(TreemapPaint::gap);
-    const QPoint end(whole(cell.x + cell.width) - gap, whole(cell.y + cell.height) - gap);
-    const QPoint start(std::min(whole(cell.x), end.x() - 1), std::min(whole(cell.y), end.y() - 1));
-    return {start, QSize(end.x() - start.x(), end.y() - start.y())};
+    const int right = whole(cell.x + cell.width) - gap;
+    const int bottom = whole(cell.y + cell.height) - gap;
+    const int left = std::max(0, std::min(whole(cell.x), right - 1));
+    const int top = std::max(0, std::min(whole(cell.y), bottom - 1));
+    return {left, top, std::max(1, right - left), std::max(1, bottom - top)};
 }
 
 std::optional<std::size_t> TreemapView::indexAt(const QPoint& place) const {

@@ -93,6 +93,9 @@ TEST_F(TreemapAccessibleTest, anItemThatIsGoneIsNoLongerValid) {
     EXPECT_TRUE(item->text(QAccessible::Name).isEmpty());
     EXPECT_TRUE(item->state().invisible);
     EXPECT_TRUE(item->rect().isEmpty());
+    const QAccessible::Id id = QAccessible::uniqueId(item);
+    EXPECT_NE(list()->child(0), nullptr);
+    EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr) << "it is let go of";
 }
 
 }  // namespace kestrune
