@@ -5,7 +5,7 @@
 namespace kestrune {
 
 /// The flag a worker polls to learn that the user asked it to stop. Shared by reference between the main thread,
-/// which cancels and resets, and one worker, which reads. Every operation may be called from any thread.
+/// which cancels and resets, and the workers, which read. Every operation may be called from any thread.
 class OperationCancellation final {
 public:
     void cancel();
