@@ -57,7 +57,7 @@ TEST(TreemapLayout, partsCoverTheAreaByTheirSharesWithoutOverlap) {
     std::mt19937 random(20240917);
     for (int round = 0; round < 200; ++round) {
         std::vector<double> weights(1 + random() % 60);
-        const double steepness = static_cast<double>(random() % 5);
+        const auto steepness = static_cast<double>(random() % 5);
         for (double& weight : weights) {
             weight = std::pow(static_cast<double>(1 + random() % 1000), steepness);
         }
