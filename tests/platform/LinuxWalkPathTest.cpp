@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "platform/linux/LinuxDirectoryReader.h"
 #include "tests/fakes/DeepTree.h"
@@ -74,6 +76,44 @@ TEST(LinuxWalkPath, halfOfTheOutermostNamesAreCutOffWithADescriptorOfTheirOwn) {
     EXPECT_EQ(19U, half->names.size() + path.innermost().names.size());
     EXPECT_EQ('\0', half->names.back());
     EXPECT_EQ(std::string("four\0", 5), path.innermost().names.substr(path.innermost().names.size() - 5));
+}
+
+TEST(LinuxWalkPath, aNameThatIsLongerThanAllOthersIsOnePart) {
+    for (const auto& names :
+         {std::string("a\0", 2) + std::string(255, 'x') + '\0', std::string(255, 'x') + '\0' + std::string("a\0", 2)}) {
+        const TemporaryFolder root;
+        LinuxWalkPath path(openAtMost);
+        path.push({openFolderToWalk(root.path()), 0, 0}, names);
+        const auto half = path.cutOff(true);
+        ASSERT_TRUE(half);
+        EXPECT_EQ(names, half->names + path.innermost().names);
+        EXPECT_EQ(1, std::count(half->names.begin(), half->names.end(), '\0'));
+    }
+}
+
+TEST(LinuxWalkPath, theOutermostBranchStaysWhileTheNextOneIsClosed) {
+    Chain chain;
+    LinuxWalkPath path(openAtMost);
+    std::string names = std::string("a\0", 2) + std::string(255, 'x') + '\0';
+    LinuxFileDescriptor folder = openFolderToWalk(chain.root.path());
+    for (std::size_t level = 0; level < depth; ++level) {
+        LinuxFileDescriptor below = openFolderBelow(folder.get(), "d");
+        path.push({std::move(folder), level, 2 * level}, std::exchange(names, std::string("waiting\0", 8)));
+        folder = std::move(below);
+    }
+    LinuxWalkPlace here{std::move(folder), depth, 2 * depth};
+    const auto half = path.cutOff(false);
+    ASSERT_TRUE(half);
+    EXPECT_EQ(std::string("a\0", 2), half->names);
+    while (path.cutOff(false)) {
+    }
+    std::size_t left = 0;
+    for (; !path.isEmpty(); ++left) {
+        ASSERT_EQ(0, path.reachInnermost(here));
+        here = path.popInnermost();
+        EXPECT_TRUE(here.folder);
+    }
+    EXPECT_EQ(depth - 2, left);
 }
 
 TEST(LinuxWalkPath, theLastNameOfTheInnermostBranchIsKeptWhereTheWorkerNeedsIt) {

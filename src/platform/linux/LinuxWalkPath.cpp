@@ -21,6 +21,12 @@ std::optional<LinuxWalkBranch::Identity> identityOf(int descriptor) {
     return LinuxWalkBranch::Identity{status.stx_dev_major, status.stx_dev_minor, status.stx_ino};
 }
 
+/// Where names falls into two parts of about the same size, neither of them empty; 0 where there is only one name.
+std::size_t middleOf(const std::string& names) {
+    const std::size_t middle = names.find('\0', names.size() / 2) + 1;
+    return middle < names.size() ? middle : names.rfind('\0', names.size() - 2) + 1;
+}
+
 }  // namespace
 
 void LinuxWalkPath::push(LinuxWalkPlace place, std::string names) {
@@ -75,8 +81,8 @@ std::optional<LinuxWalkBranch> LinuxWalkPath::cutOff(bool keepInnermost) {
         return std::nullopt;
     }
     LinuxWalkBranch& branch = m_branches[index];
-    const std::size_t cut = branch.names.find('\0', branch.names.size() / 2) + 1;
-    if (cut < branch.names.size()) {
+    const std::size_t cut = middleOf(branch.names);
+    if (cut > 0) {
         LinuxFileDescriptor again = openFolderAgain(branch.place.folder.get());
         if (!again) {
             return std::nullopt;
