@@ -44,9 +44,9 @@ struct WalkRequest {
     std::string folder;               ///< absolute; a link that leads to a folder is followed
     std::int64_t entryLimit = -1;     ///< entries to look at, exactly; negative: all
     std::int64_t childLimit = -1;     ///< direct children to name; negative: all
-    std::int64_t largestLimit = 0;    ///< largest files to name
+    std::int64_t largestLimit = 0;    ///< largest files to name; negative: all
     std::function<bool()> cancelled;  ///< true ends the walk. From any of its threads, several at once.
-    std::function<bool()> timeIsUp;   ///< likewise; asked after cancelled, and not once the entry limit is reached
+    std::function<bool()> timeIsUp;   ///< likewise; asked after cancelled, and for no entry beyond the entry limit
     /// Told about five times a second, first after a fifth of a second. Never two at once; not from the caller's
     /// thread, perhaps; never after walk() returned.
     std::function<void(const WalkProgress&)> progress;
@@ -58,7 +58,8 @@ enum class WalkEnd { finished, cancelled, entryLimit, timeLimit };
 struct TreeWalk {
     bool exists = false;               ///< there is such a folder
     bool opened = false;               ///< it could be listed; false: everything below is empty
-    WalkEnd end = WalkEnd::finished;   ///< entryLimit and timeLimit only where an entry was left to look at
+    WalkEnd end = WalkEnd::finished;   ///< entryLimit only where an entry was left to look at, timeLimit
+                                       ///< only where an entry or a folder was
     std::int64_t entries = 0;          ///< looked at, folders included
     std::int64_t files = 0;            ///< regular files among them that were measured
     std::int64_t bytes = 0;            ///< of those files

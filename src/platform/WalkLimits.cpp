@@ -42,6 +42,13 @@ void WalkLimits::askWhetherCancelled() {
     }
 }
 
+void WalkLimits::askBeforeFolder() {
+    askWhetherCancelled();
+    if (!isOver() && m_request.timeIsUp && m_request.timeIsUp()) {
+        endWith(WalkEnd::timeLimit);
+    }
+}
+
 std::size_t WalkLimits::reserve(std::size_t entries) {
     std::int64_t left = m_left.load(std::memory_order_relaxed);
     while (left > 0) {

@@ -21,6 +21,10 @@ public:
     /// Asks whether the caller cancelled, where there is no entry to look at.
     void askWhetherCancelled();
 
+    /// Asks whether to go on with a folder that waits: folders that hold nothing ask for no entries, and there may be
+    /// a million of them.
+    void askBeforeFolder();
+
     /// Whether nothing further is granted.
     [[nodiscard]] bool isOver() const { return m_end.load(std::memory_order_relaxed) != WalkEnd::finished; }
 

@@ -18,7 +18,7 @@
 namespace kestrune {
 namespace {
 
-constexpr int mostThreads = 16;
+constexpr int mostThreads = 8;
 
 TreeWalk walked(const WalkRequest& request) {
     return LinuxDirectoryWalker().walk(request);
@@ -79,8 +79,11 @@ TEST(LinuxDirectoryWalkerLimits, aTreeWithExactlyAsManyEntriesAsTheLimitIsFinish
 TEST(LinuxDirectoryWalkerLimits, aNegativeLimitIsNone) {
     const Wide wide;
     WalkRequest request = requestFor(wide.root.path());
-    request.entryLimit = -5;
-    EXPECT_EQ(Wide::entries, walked(request).entries);
+    request.entryLimit = request.childLimit = request.largestLimit = -5;
+    const TreeWalk found = walked(request);
+    EXPECT_EQ(Wide::entries, found.entries);
+    EXPECT_EQ(static_cast<std::size_t>(Wide::folders), found.children.size());
+    EXPECT_EQ(static_cast<std::size_t>(Wide::entries - Wide::folders), found.largestFiles.size());
 }
 
 TEST(LinuxDirectoryWalkerLimits, aLimitOfNothingEndsBeforeTheFirstEntryAndLeavesAnEmptyFolderFinished) {
@@ -172,6 +175,23 @@ TEST(LinuxDirectoryWalkerLimits, cancellingIsAnsweredAmongFoldersThatHoldNothing
     const TreeWalk found = walked(request);
     EXPECT_EQ(WalkEnd::cancelled, found.end);
     EXPECT_LE(found.entries, folders);
+}
+
+TEST(LinuxDirectoryWalkerLimits, timeIsNoticedAmongFoldersThatHoldNothing) {
+    constexpr int folders = 2000;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
+    for (int number = 0; number < folders; ++number) {
+        ASSERT_EQ(0, ::mkdir(root.path(std::to_string(number)).c_str(), 0700));
+    }
+    WalkRequest request = requestFor(root.path());
+    std::atomic<int> asked{0};
+    request.timeIsUp = [&asked] { return ++asked >= folders / 2; };
+    EXPECT_EQ(WalkEnd::timeLimit, walked(request).end);
+    EXPECT_LE(asked, folders / 2 + mostThreads);
+    asked = 0;
+    request.entryLimit = folders;
+    EXPECT_EQ(WalkEnd::timeLimit, walked(request).end);
+    EXPECT_LE(asked, folders / 2 + mostThreads);
 }
 
 TEST(LinuxDirectoryWalkerLimits, aFolderOfTenFilesTakesNoFurtherThread) {

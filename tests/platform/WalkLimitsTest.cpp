@@ -46,6 +46,21 @@ TEST(WalkLimits, whatWasGrantedIsAbandonedOnlyWhenCancelled) {
     EXPECT_EQ(WalkEnd::cancelled, limits.end());
 }
 
+TEST(WalkLimits, aFolderThatWaitsAsksForTimeAndIsNoEntry) {
+    WalkRequest request;
+    request.entryLimit = 1;
+    bool timeIsUp = false;
+    request.timeIsUp = [&timeIsUp] { return timeIsUp; };
+    WalkLimits limits(request);
+    limits.askBeforeFolder();
+    EXPECT_EQ(1U, limits.grant(1));
+    limits.askBeforeFolder();
+    EXPECT_FALSE(limits.isOver());
+    timeIsUp = true;
+    limits.askBeforeFolder();
+    EXPECT_EQ(WalkEnd::timeLimit, limits.end());
+}
+
 TEST(WalkLimits, entriesComeBeforeTimeAndTimeIsNotAskedForThen) {
     WalkRequest request;
     request.entryLimit = 5;

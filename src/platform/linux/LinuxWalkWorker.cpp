@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 #include "platform/linux/LinuxWalkNames.h"
@@ -27,15 +28,13 @@ constexpr std::size_t bytesWorthSharing = std::size_t{4} * 1024;
 
 }  // namespace
 
-void LinuxWalkWorker::run(LinuxWalkJob job) {
+void LinuxWalkWorker::run(LinuxWalkJob job) noexcept {
     std::optional<LinuxWalkJob> next = std::move(job);
     while (next) {
         begin(std::move(*next));
-        while (!m_above.isEmpty() && !m_parts.limits.isOver()) {
+        while (!m_above.isEmpty() && goesOn()) {
             if (enterNext()) {
                 list();
-            } else {
-                m_parts.limits.askWhetherCancelled();
             }
         }
         if (m_parts.limits.isOver()) {
@@ -85,10 +84,10 @@ bool LinuxWalkWorker::lookAt(Entries& entries) {
     const bool any = ready > 0;
     if (!any) {
         m_parts.limits.askWhetherCancelled();
-        m_parts.reporter.passBy(m_path);
     }
     for (; ready > 0; ready = entries.ready(entriesOfBatch)) {
         const std::size_t granted = m_parts.limits.grant(ready);
+        m_hasAsked = true;
         std::size_t seen = 0;
         for (; seen < granted && !m_parts.limits.isAbandoned(); ++seen) {
             if (const auto record = entries.nextAhead()) {
@@ -180,6 +179,15 @@ void LinuxWalkWorker::keepWaiting() {
     if (!m_waiting.empty()) {
         m_above.push(std::move(m_here), std::exchange(m_waiting, {}));
     }
+}
+
+/// Whether to enter the next folder. Entries ask for themselves; folders that hold none or stay closed do not.
+bool LinuxWalkWorker::goesOn() {
+    if (!std::exchange(m_hasAsked, false)) {
+        m_parts.limits.askBeforeFolder();
+        m_parts.reporter.passBy(m_path);
+    }
+    return !m_parts.limits.isOver();
 }
 
 /// Opens the next waiting folder of the innermost branch. False when it could not be opened, or not be reached.

@@ -36,8 +36,9 @@ public:
     LinuxWalkWorker(const LinuxWalkParts& parts, WalkTally& tally, std::size_t helpers)
         : m_parts(parts), m_tally(tally), m_helpers(helpers) {}
 
-    /// Does the job and then others until none is left.
-    void run(LinuxWalkJob job);
+    /// Does the job and then others until none is left. Out of memory ends the program: the other workers would wait
+    /// for this one for ever.
+    void run(LinuxWalkJob job) noexcept;
 
     /// Whether the root of the walk could not be listed.
     [[nodiscard]] bool rootFailed() const { return m_rootFailed; }
@@ -52,6 +53,7 @@ private:
     void addFile(const char* name, std::uint64_t blocks);
     void endBatch(std::size_t entries);
     void keepWaiting();
+    [[nodiscard]] bool goesOn();
     [[nodiscard]] bool enterNext();
 
     template <class Entries>
@@ -73,6 +75,7 @@ private:
     WalkChildFiles m_childFiles;
     std::int64_t m_batchFiles = 0;
     std::int64_t m_batchBytes = 0;
+    bool m_hasAsked = false;  ///< whether to go on, since the last folder was entered
     bool m_rootFailed = false;
 };
 
