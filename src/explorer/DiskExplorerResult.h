@@ -21,11 +21,11 @@ struct DiskExplorerResult {
     std::int64_t skippedLocations = 0;  ///< not measured: unreadable, symbolic links, entries of other file systems
     bool stopped = false;
     bool limitReached = false;
+    std::int64_t regularFiles = 0;  ///< measured, anywhere below the root
 
     // What the list of folders leaves out when it was cut, so that shares stay true.
-    std::int64_t regularFiles = 0;  ///< measured, anywhere below the root
-    std::int64_t otherItems = 0;    ///< direct children that were measured but are not in folders
-    std::int64_t otherBytes = 0;    ///< of those
+    std::int64_t otherItems = 0;  ///< direct children that were measured but are not in folders
+    std::int64_t otherBytes = 0;  ///< of those
 
     [[nodiscard]] std::int64_t totalBytes() const;     ///< of folders
     [[nodiscard]] std::int64_t measuredBytes() const;  ///< of folders and what they leave out

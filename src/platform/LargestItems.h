@@ -30,9 +30,6 @@ public:
     /// Counts items that were not worth an offer.
     void leaveOut(std::int64_t items, std::int64_t bytes);
 
-    /// What is kept, in no order.
-    [[nodiscard]] const std::vector<WalkedItem>& items() const { return m_items; }
-
     /// Gives what is kept in the order of isNamedBefore and is empty afterwards.
     [[nodiscard]] std::vector<WalkedItem> takeSorted();
 

@@ -10,7 +10,7 @@ WalkChildren::WalkChildren(std::int64_t limit)
 }
 
 std::shared_ptr<WalkChild> WalkChildren::enter(std::string name) {
-    const std::shared_ptr<WalkChild> child(new WalkChild(std::move(name)), [this](WalkChild* done) { complete(done); });
+    std::shared_ptr<WalkChild> child(new WalkChild(std::move(name)), [this](WalkChild* done) { complete(done); });
     const std::scoped_lock guard(m_lock);
     m_held.push_back(child.get());
     return child;

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <vector>
 
 namespace kestrune {
 namespace {

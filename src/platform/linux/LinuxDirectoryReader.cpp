@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <string_view>
 
 namespace kestrune {
 

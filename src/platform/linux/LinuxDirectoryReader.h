@@ -43,7 +43,7 @@ public:
     /// How many bytes of records were read ahead.
     [[nodiscard]] std::size_t bytesAhead() const { return m_filled - m_position; }
 
-    /// Whether the last next() ended because the folder could not be read on.
+    /// Whether the last next() or ready() ended because the folder could not be read on.
     [[nodiscard]] bool failed() const { return m_failed; }
 
 private:

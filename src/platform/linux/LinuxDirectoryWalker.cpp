@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <deque>
 #include <optional>
@@ -54,7 +53,7 @@ public:
         if (!found.opened) {
             return found;
         }
-        LargestItems largest(std::max<std::int64_t>(m_request.largestLimit, 0));
+        LargestItems largest(m_request.largestLimit);
         for (WalkTally& tally : m_tallies) {
             addTally(tally, found, largest);
         }
