@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -192,6 +193,44 @@ TEST(LinuxDirectoryWalkerLimits, timeIsNoticedAmongFoldersThatHoldNothing) {
     request.entryLimit = folders;
     EXPECT_EQ(WalkEnd::timeLimit, walked(request).end);
     EXPECT_LE(asked, folders / 2 + mostThreads);
+}
+
+/// Leaves the program so many free descriptors.
+class FewDescriptors final {
+public:
+    explicit FewDescriptors(int free) {
+        EXPECT_EQ(0, ::getrlimit(RLIMIT_NOFILE, &m_before));
+        const LinuxFileDescriptor next(::open("/", O_PATH | O_CLOEXEC));
+        rlimit few = m_before;
+        few.rlim_cur = static_cast<rlim_t>(next.get() + free);
+        EXPECT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &few));
+    }
+
+    FewDescriptors(const FewDescriptors&) = delete;
+    FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+    ~FewDescriptors() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+
+private:
+    rlimit m_before{};
+};
+
+TEST(LinuxDirectoryWalkerLimits, aProgramWithFewDescriptorsLeftIsToldTheSame) {
+    constexpr int chains = 40;
+    constexpr int levels = 12;
+    const TemporaryFolder root(TemporaryFolder::fastBase());
+    for (int chain = 0; chain < chains; ++chain) {
+        std::string path = root.path(std::to_string(chain));
+        for (int level = 0; level < levels; ++level) {
+            std::filesystem::create_directories(path + "/empty");
+            path += "/d";
+        }
+    }
+    const TreeWalk whole = walked(requestFor(root.path()));
+    for (const int free : {8, 12, 16, 30}) {
+        const FewDescriptors few(free);
+        EXPECT_EQ(whole, walked(requestFor(root.path()))) << free;
+    }
 }
 
 TEST(LinuxDirectoryWalkerLimits, aFolderOfTenFilesTakesNoFurtherThread) {

@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxDirectoryWalker.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -25,6 +26,18 @@ std::optional<std::uint64_t> mountOf(int descriptor) {
         return std::nullopt;
     }
     return status.stx_mnt_id;
+}
+
+/// How many workers find the descriptors they may need. What is opened gets the lowest free number, so that the one of
+/// the root tells how many are in use.
+std::size_t workersFor(const LinuxFileDescriptor& root) {
+    rlimit limit{};
+    const auto used = static_cast<rlim_t>(root.get()) + 1;
+    if (::getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur <= used) {
+        return 1;
+    }
+    const rlim_t workers = (limit.rlim_cur - used) / LinuxWalkWorker::descriptorsAtMost;
+    return static_cast<std::size_t>(std::clamp<rlim_t>(workers, 1, workersAtMost));
 }
 
 std::deque<WalkTally> talliesFor(const WalkRequest& request) {
@@ -68,7 +81,7 @@ private:
         LinuxWalkJobs jobs([this, &jobs](std::size_t worker, LinuxWalkJob job) {
             LinuxWalkWorker(partsWith(jobs), m_tallies[worker], 0).run(std::move(job));
         });
-        LinuxWalkWorker first(partsWith(jobs), m_tallies[0], workersAtMost - 1);
+        LinuxWalkWorker first(partsWith(jobs), m_tallies[0], workersFor(root) - 1);
         LinuxWalkJob whole;
         whole.folder = std::move(root);
         first.run(std::move(whole));
