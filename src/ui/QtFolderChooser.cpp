@@ -130,6 +130,9 @@ std::optional<std::string> QtFolderChooser::chooseFolder(const std::string& mess
     const QPointer<QFileDialog> panel = new QFileDialog(parent, sentence);
     m_open = panel;
     prepare(*panel, sentence, startFolder);
+    // Behind its back, the panel goes on completing what was typed: what counts is what it said when it was confirmed.
+    std::optional<std::string> answer;
+    QObject::connect(panel, &QFileDialog::filesSelected, panel, [&answer, &panel] { answer = chosenIn(*panel); });
     panel->setWindowModality(parent == nullptr ? Qt::ApplicationModal : Qt::WindowModal);
     panel->show();
     panel->raise();
@@ -140,7 +143,7 @@ std::optional<std::string> QtFolderChooser::chooseFolder(const std::string& mess
         return std::nullopt;
     }
     panel->deleteLater();
-    return isAccepted ? chosenIn(*panel) : std::nullopt;
+    return isAccepted ? answer : std::nullopt;
 }
 
 }  // namespace kestrune

@@ -124,6 +124,19 @@ TEST_F(QtFolderChooserTest, typedFolderIsAnsweredOnReturn) {
               wanted);
 }
 
+TEST_F(QtFolderChooserTest, whatThePanelCompletesAfterTheAnswerDoesNotChangeIt) {
+    const std::string wanted = make(folder, "Projects");
+    EXPECT_EQ(choose(folder.path(),
+                     [&](QFileDialog& panel) {
+                         auto* field = panel.findChild<QLineEdit*>();
+                         QObject::connect(&panel, &QDialog::finished, field,
+                                          [field] { field->setText(QStringLiteral("\"one\" \"two\"")); });
+                         type(wanted);
+                         press(Qt::Key_Return);
+                     }),
+              wanted);
+}
+
 TEST_F(QtFolderChooserTest, escapeAnswersNothing) {
     EXPECT_EQ(choose(folder.path(), [](QFileDialog&) { press(Qt::Key_Escape); }), std::nullopt);
 }
