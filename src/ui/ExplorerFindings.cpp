@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <vector>
 
 #include "base/ByteCount.h"
 #include "ui/Breadcrumb.h"
@@ -212,8 +213,17 @@ void ExplorerFindings::refreshLists(const DiskExplorerResult& found, bool scanni
     const std::vector<ExplorerRow> files = ExplorerListing::fileRows(found, root);
     m_picture->setTiles(
         explorerTiles(folders, found, [this](const std::string& folder) { return m_store.rememberedResult(folder); }));
+    if (scanning || m_root != root) {
+        m_outcome->setAccessibleName({});  // it told of another scan
+    }
+    if (m_root != root) {
+        m_picture->startAt(ExplorerListing::childTowards(root, m_root));
+        m_root = root;
+    }
+    m_picture->setCanExplore(!scanning);
     for (ExplorerList* list : {m_folders, m_files}) {
         list->setFolder(root);
+        list->setCanExplore(!scanning);
     }
     m_folders->setRows(folders);
     m_files->setRows(files);

@@ -82,6 +82,7 @@ private:
     QSpacerItem* m_belowStrip;
     QSpacerItem* m_belowPicture;
     QSpacerItem* m_aboveFiles;
+    std::string m_root;    // whose findings are shown
     std::string m_chosen;  // a path
     QTimer m_rowWantedSoon{this};
 };

@@ -81,7 +81,7 @@ bool ExplorerList::isHeld() const {
     return (moved && underMouse()) || (!m_untouched && byKeyboard);
 }
 
-void ExplorerList::settleSoon() {
+void ExplorerList::settleSoon() const {
     if (m_behind) {
         QTimer::singleShot(0, this, &ExplorerList::settle);
     }
@@ -107,6 +107,7 @@ ExplorerRowView* ExplorerList::rowWithFocus() const {
 
 void ExplorerList::makeRow() {
     auto* row = new ExplorerRowView(this);
+    row->setCanExplore(m_canExplore);
     QWidget* before = m_rows.empty() ? this : m_rows.back()->focusStops().constLast();
     const QList<QWidget*> stops = row->focusStops();
     for (QWidget* stop : stops) {
@@ -115,24 +116,22 @@ void ExplorerList::makeRow() {
         before = stop;
     }
     connect(row, &ExplorerRowView::hoverMoved, this, &ExplorerList::tellHovered);
-    connect(row, &ExplorerRowView::selected, this, [this, row] { choose(row->row().path); });
+    connect(row, &ExplorerRowView::selected, this, [this, row] { choose(std::string(row->row().path)); });
     connect(row, &ExplorerRowView::explored, this, [this, row] { Q_EMIT explored(std::string(row->row().path)); });
     connect(row, &ExplorerRowView::revealed, this, [this, row] { Q_EMIT revealed(std::string(row->row().path)); });
     connect(row, &ExplorerRowView::menuWanted, this,
-            [this, row](const QPoint& global) { askForMenu(row->row().path, global); });
+            [this, row](const QPoint& global) { askForMenu(std::string(row->row().path), global); });
     m_rows.push_back(row);
 }
 
 void ExplorerList::choose(const std::string& path) {
-    const std::string chosen = path;
-    setSelected(chosen);
-    Q_EMIT selected(chosen);
+    setSelected(path);
+    Q_EMIT selected(path);
 }
 
 void ExplorerList::askForMenu(const std::string& path, const QPoint& global) {
-    const std::string chosen = path;
-    choose(chosen);
-    Q_EMIT menuWanted(chosen, global);
+    choose(path);
+    Q_EMIT menuWanted(path, global);
     if (QWidget* menu = QApplication::activePopupWidget()) {
         menu->installEventFilter(this);
     }
@@ -210,6 +209,13 @@ void ExplorerList::tellHovered() {
     }
 }
 
+void ExplorerList::setCanExplore(bool can) {
+    m_canExplore = can;
+    for (ExplorerRowView* row : m_rows) {
+        row->setCanExplore(can);
+    }
+}
+
 void ExplorerList::setSelected(const std::string& path) {
     m_selected = path;
     for (ExplorerRowView* row : m_rows) {
@@ -257,7 +263,7 @@ bool ExplorerList::moveFocus(int key) {
     }
     const int last = static_cast<int>(m_shown.size()) - 1;
     const auto at = static_cast<int>(std::find(m_rows.begin(), m_rows.end(), from) - m_rows.begin());
-    int target = at;
+    int target = last;
     switch (key) {
         case Qt::Key_Up:
             target = at - 1;
@@ -275,8 +281,7 @@ bool ExplorerList::moveFocus(int key) {
             target = 0;
             break;
         default:
-            target = last;
-            break;
+            break;  // End
     }
     target = std::clamp(target, 0, last);
     if (target != at) {
@@ -292,7 +297,8 @@ void ExplorerList::focusRow(std::size_t index) {
         area->ensureVisible(0, middle.y(), 0, row->height());
     }
     const QList<QWidget*> stops = row->focusStops();
-    m_landed = m_column < stops.size() && stops.at(m_column)->isVisible() ? stops.at(m_column) : row;
+    QWidget* wanted = m_column < stops.size() ? stops.at(m_column) : row;
+    m_landed = wanted->isVisible() && wanted->isEnabled() ? wanted : row;
     m_landed->setFocus(Qt::TabFocusReason);
 }
 

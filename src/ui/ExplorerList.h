@@ -29,6 +29,9 @@ public:
     /// Shows rows, in their order unless the list is held. They are told apart by path.
     void setRows(const std::vector<ExplorerRow>& rows);
 
+    /// Whether the folders of the rows can be explored now.
+    void setCanExplore(bool can);
+
     /// The row with this path is the chosen one; none for an empty path.
     void setSelected(const std::string& path);
 
@@ -74,7 +77,7 @@ private:
     void reset();
     void show(std::vector<ExplorerRow> rows);
     void makeRow();
-    void settleSoon();
+    void settleSoon() const;
     void settle();
     void choose(const std::string& path);
     void askForMenu(const std::string& path, const QPoint& global);
@@ -98,6 +101,7 @@ private:
     QPointer<QWidget> m_landed;  // where the keys brought the focus
     qsizetype m_column = 0;      // and the control they went along
     QPoint m_pointerAtReset;
+    bool m_canExplore = true;
     bool m_awaitsByKeyboard = true;  // the focus lies on the list until there are rows
     bool m_untouched = true;         // since other rows came
     bool m_behind = false;           // held back something that m_now has

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "base/Text.h"
 #include "ui/Button.h"
@@ -109,6 +110,7 @@ void ExplorerPage::refresh() {
 void ExplorerPage::noteScan() {
     QWidget* focused = window()->focusWidget();
     m_scanSeen = true;
+    m_isRescan = m_folder == store().explorerRoot.get();
     m_cameFrom = isAncestorOf(focused) ? focused : nullptr;
     m_patience.start();
 }
@@ -187,7 +189,8 @@ QWidget* ExplorerPage::focusFor(Stage stage, const QWidget& focused) const {
     if (stage != Stage::result || chosenMeanwhile) {
         return nullptr;
     }
-    const bool stays = m_cameFrom == m_rescan || m_cameFrom == m_choose || m_findings->isOnPath(m_cameFrom);
+    const bool stays = m_cameFrom == m_rescan || m_cameFrom == m_choose || m_findings->isOnPath(m_cameFrom) ||
+                       (m_isRescan && m_findings->isAncestorOf(m_cameFrom));
     if (stays && m_cameFrom->isVisible() && m_cameFrom->isEnabled()) {
         return m_cameFrom;
     }

@@ -59,6 +59,7 @@ private:
     QTimer m_soon{this};   // one refresh for what changes together
     QTimer m_patience{this};
     bool m_scanSeen = false;  // a scan began while the page was visible, and its end is not shown yet
+    bool m_isRescan = false;  // of the folder that was shown when it began
 };
 
 }  // namespace kestrune

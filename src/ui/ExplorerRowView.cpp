@@ -94,6 +94,11 @@ void ExplorerRowView::speak() {
     setSpoken(parts.join(QStringLiteral(", ")));
 }
 
+void ExplorerRowView::setCanExplore(bool can) {
+    m_canExplore = can;
+    m_explore->setEnabled(can);
+}
+
 void ExplorerRowView::setSelected(bool selected) {
     if (m_selected != selected) {
         m_selected = selected;
@@ -191,12 +196,14 @@ void ExplorerRowView::clicked() {
 }
 
 void ExplorerRowView::activate() {
-    Q_EMIT explored();
+    if (isActivatable()) {
+        Q_EMIT explored();
+    }
 }
 
 void ExplorerRowView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && m_row.isDirectory) {
-        Q_EMIT explored();
+    if (event->button() == Qt::LeftButton) {
+        activate();
     }
 }
 
@@ -204,9 +211,7 @@ void ExplorerRowView::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            if (m_row.isDirectory) {
-                Q_EMIT explored();
-            }
+            activate();
             break;
         case Qt::Key_Space:
             Q_EMIT selected();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <optional>
 
 #include "ui/ListRow.h"
 #include "workspace/ExplorerListing.h"
@@ -21,6 +21,9 @@ public:
 
     [[nodiscard]] const ExplorerRow& row() const { return m_row; }
 
+    /// Whether folders can be explored now.
+    void setCanExplore(bool can);
+
     void setSelected(bool selected);
 
     /// Looks as if the pointer were on it.
@@ -34,7 +37,7 @@ public:
     /// The keyboard, not the pointer, brought the focus to the row.
     [[nodiscard]] bool isRinged() const { return m_ringed; }
 
-    [[nodiscard]] bool isActivatable() const override { return m_row.isDirectory; }
+    [[nodiscard]] bool isActivatable() const override { return m_row.isDirectory && m_canExplore; }
 
     void activate() override;
 
@@ -76,6 +79,7 @@ private:
     QString m_size;
     Button* m_explore;
     Button* m_reveal;
+    bool m_canExplore = true;
     bool m_selected = false;
     bool m_highlighted = false;
     bool m_ringed = false;

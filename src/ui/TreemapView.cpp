@@ -81,6 +81,17 @@ void TreemapView::keepCurrent(std::size_t before) {
     tellPointed();
 }
 
+void TreemapView::startAt(const std::string& path) {
+    const auto start = path.empty() ? std::nullopt : indexOf(path);
+    if (!m_tiles.empty() && (start || hasFocus())) {
+        setCurrent(start.value_or(0));
+    } else {
+        updateTile(m_current);
+        m_current.reset();
+    }
+    tellPointed();
+}
+
 void TreemapView::layOut() {
     const double all = std::accumulate(m_tiles.begin(), m_tiles.end(), 0.0, [](double sum, const ExplorerTile& tile) {
         return sum + static_cast<double>(tile.bytes);
@@ -172,7 +183,7 @@ std::optional<std::size_t> TreemapView::selectedIndex() const {
 }
 
 bool TreemapView::isExplorable(std::size_t index) const {
-    return m_tiles[index].isDirectory && !m_tiles[index].path.empty();
+    return m_canExplore && m_tiles[index].isDirectory && !m_tiles[index].path.empty();
 }
 
 void TreemapView::explore(std::size_t index) {

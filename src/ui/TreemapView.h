@@ -24,6 +24,12 @@ public:
 
     [[nodiscard]] const std::vector<ExplorerTile>& tiles() const { return m_tiles; }
 
+    /// The tiles belong to another folder than before: keys act on the item with this path, on the largest without one.
+    void startAt(const std::string& path);
+
+    /// Whether folders can be explored now.
+    void setCanExplore(bool can) { m_canExplore = can; }
+
     /// The chosen item, and the one whose row is under the pointer; empty for none.
     void setSelected(const std::string& path);
     void setHighlighted(const std::string& path);
@@ -96,7 +102,8 @@ private:
     Identity m_pressed;  ///< what the last press fell on
     std::string m_selected;
     std::string m_highlighted;
-    std::string m_told;       ///< what hovered() said last
+    std::string m_told;  ///< what hovered() said last
+    bool m_canExplore = true;
     bool m_keyboard = false;  ///< the focus came by a key, or keys moved it
 };
 

@@ -189,4 +189,12 @@ std::string parentOf(const std::string& folder) {
     return slash == std::string::npos || folder == "/" ? "" : slash == 0 ? "/" : folder.substr(0, slash);
 }
 
+std::string childTowards(const std::string& folder, const std::string& below) {
+    if (folder == below || !isWithin(below, folder)) {
+        return "";
+    }
+    const std::size_t begin = folder == "/" ? 1 : folder.size() + 1;
+    return below.substr(0, below.find('/', begin));
+}
+
 }  // namespace kestrune::ExplorerListing

@@ -78,6 +78,9 @@ constexpr std::size_t crumbsAtMost = 64;
 /// The folder above; empty for "/".
 [[nodiscard]] std::string parentOf(const std::string& folder);
 
+/// What lies directly in folder on the way down to below; empty where below does not lie in folder.
+[[nodiscard]] std::string childTowards(const std::string& folder, const std::string& below);
+
 }  // namespace ExplorerListing
 
 }  // namespace kestrune

@@ -194,6 +194,32 @@ TEST_F(ExplorerListTest, returnExploresTheFolderUnderTheKeyboard) {
     EXPECT_EQ(m_asked.back(), "selected /r/gamma.bin") << "a file holds nothing to explore";
 }
 
+TEST_F(ExplorerListTest, nothingIsExploredWhileItCannotBe) {
+    show(threeRows);
+    m_list->setCanExplore(false);
+    ExplorerRowView& first = *m_list->findChildren<ExplorerRowView*>().constFirst();
+    QTest::mouseDClick(&first, Qt::LeftButton);
+    first.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&first, Qt::Key_Return);
+    EXPECT_EQ(std::count(m_asked.begin(), m_asked.end(), "explored /r/alpha"), 0);
+    show(manyRows(5));  // rows that are made now are no different
+    for (const ExplorerRowView* row : m_list->findChildren<ExplorerRowView*>()) {
+        EXPECT_FALSE(row->focusStops().at(1)->isEnabled());
+    }
+    m_list->setCanExplore(true);
+    QTest::keyClick(&first, Qt::Key_Return);
+    EXPECT_EQ(m_asked.back(), "explored /r/folder 0");
+}
+
+TEST_F(ExplorerListTest, theArrowKeysPassOverAButtonThatCannotBeUsed) {
+    show(threeRows);
+    const auto rows = m_list->findChildren<ExplorerRowView*>();
+    rows.at(0)->focusStops().at(1)->setFocus(Qt::TabFocusReason);
+    rows.at(1)->setCanExplore(false);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    EXPECT_EQ(QApplication::focusWidget(), rows.at(1));
+}
+
 TEST_F(ExplorerListTest, screenReadersExploreAFolderButNotAFile) {
     show(threeRows);
     EXPECT_TRUE(rowAt("/r/alpha")->isActivatable());

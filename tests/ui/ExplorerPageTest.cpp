@@ -215,6 +215,52 @@ TEST_F(ExplorerPageTest, theEndOfAScanIsTold) {
     EXPECT_TRUE(shows(QStringLiteral("Scan stopped. 0 inspected · 2 files")));
 }
 
+TEST_F(ExplorerPageTest, theEndOfAScanIsNotToldOfAnotherFolderOrOfARunningScan) {
+    layProjects();
+    openExplored(projects);
+    explore(projects + "/client-app");
+    EXPECT_TRUE(shows(QStringLiteral("Scan finished. 2 inspected · 1 files")));
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_TRUE(shows(QStringLiteral("3 inspected · 2 files")));
+    EXPECT_FALSE(shows(QStringLiteral("Scan finished. 2 inspected · 1 files")));
+    fixture.store().rescanExplorer();
+    finish();
+    EXPECT_TRUE(shows(QStringLiteral("Scan finished. 3 inspected · 2 files")));
+    fixture.store().rescanExplorer();
+    tell(progressOf(2, gigabyte));
+    EXPECT_FALSE(shows(QStringLiteral("Scan finished. 3 inspected · 2 files")));
+}
+
+TEST_F(ExplorerPageTest, nothingOffersToBeExploredWhileAScanRuns) {
+    layProjects();
+    openExplored(projects);
+    fixture.store().rescanExplorer();
+    tell(progressOf(2, gigabyte));
+    ExplorerRowView& row = *rowOf(projects + "/client-app");
+    EXPECT_FALSE(row.isActivatable());
+    EXPECT_FALSE(row.focusStops().at(1)->isEnabled());
+    EXPECT_TRUE(row.focusStops().at(2)->isEnabled());
+    EXPECT_FALSE(picture().isExplorable(0));
+    finish();
+    EXPECT_TRUE(row.isActivatable());
+    EXPECT_TRUE(row.focusStops().at(1)->isEnabled());
+    EXPECT_TRUE(picture().isExplorable(0));
+}
+
+TEST_F(ExplorerPageTest, whoComesBackIsAtTheTileOfTheFolderTheyWereIn) {
+    layProjects();
+    lay(projects + "/mobile", {{"one", 3, true}, {"two", 2, true}, {"three", 1, true}});
+    openExplored(projects);
+    picture().setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&picture(), Qt::Key_Right);
+    QTest::keyClick(&picture(), Qt::Key_Return);
+    finish();
+    EXPECT_EQ(picture().currentIndex(), picture().indexOf(projects + "/mobile/one"));
+    QTest::keyClick(&picture(), Qt::Key_End);
+    press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(picture().currentIndex(), picture().indexOf(projects + "/mobile"));
+}
+
 TEST_F(ExplorerPageTest, rowsAndTilesLeadIntoTheirFolders) {
     layProjects();
     openExplored(projects);
@@ -287,7 +333,11 @@ TEST_F(ExplorerPageTest, showInFinderRevealsRowsOfBothLists) {
     layProjects();
     openExplored(projects);
     click(QStringLiteral("Show in Finder: mobile"));
-    EXPECT_EQ(fixture.fileViewer.revealed, std::vector<std::string>{projects + "/mobile"});
+    const QString ofFile = QStringLiteral("Show in Finder: client.ipa, client-app/build");
+    page().scrollArea()->ensureWidgetVisible(named(ofFile));
+    click(ofFile);
+    EXPECT_EQ(fixture.fileViewer.revealed,
+              (std::vector<std::string>{projects + "/mobile", projects + "/client-app/build/client.ipa"}));
 }
 
 TEST_F(ExplorerPageTest, theMenuOffersTheSameForTilesAndRows) {
@@ -365,6 +415,15 @@ TEST_F(ExplorerPageTest, rescanKeepsTheKeyboardThroughTheScan) {
     EXPECT_EQ(window().focusWidget()->accessibleName(), stopScan);
     finish();
     EXPECT_EQ(window().focusWidget(), rescan);
+}
+
+TEST_F(ExplorerPageTest, rescanLeavesTheKeyboardInTheRowItWasIn) {
+    layProjects();
+    openExplored(projects);
+    rowOf(projects + "/mobile")->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_F5);
+    finish();
+    EXPECT_EQ(window().focusWidget(), rowOf(projects + "/mobile"));
 }
 
 TEST_F(ExplorerPageTest, aScanThatEndsLeavesTheKeyboardWhereTheUserTookIt) {

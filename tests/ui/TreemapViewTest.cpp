@@ -274,6 +274,30 @@ TEST_F(TreemapViewTest, theKeyboardGoesToTheNeighbourOfAnItemThatIsGone) {
     EXPECT_EQ(hovers.back(), "/home/anna/Downloads");
 }
 
+TEST_F(TreemapViewTest, nothingIsExploredWhileItCannotBe) {
+    view.setCanExplore(false);
+    QTest::mouseDClick(&view, Qt::LeftButton, {}, middleOf(0));
+    view.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(explorations, Paths());
+    view.setCanExplore(true);
+    QTest::keyClick(&view, Qt::Key_Return);
+    EXPECT_EQ(explorations, Paths({projects}));
+}
+
+TEST_F(TreemapViewTest, inAnotherFolderKeysBeginAtTheLargestItemOrWhereTheyAreTold) {
+    view.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&view, Qt::Key_End);
+    view.startAt({});
+    EXPECT_EQ(view.currentIndex(), 0U);
+    view.startAt(music);
+    EXPECT_EQ(view.currentIndex(), view.indexOf(music));
+    EXPECT_EQ(hovers.back(), music);
+    before.setFocus();
+    view.startAt("/home/anna/gone");
+    EXPECT_EQ(view.currentIndex(), std::nullopt);
+}
+
 TEST_F(TreemapViewTest, whatIsGoneIsNoLongerUnderThePointer) {
     move(view, middleOf(1));
     view.setTiles({treemapTile("Projects", 80, 0)});

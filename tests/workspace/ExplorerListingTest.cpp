@@ -251,4 +251,13 @@ TEST(ExplorerListing, theFolderAbove) {
     EXPECT_EQ(ExplorerListing::parentOf("/"), "");
 }
 
+TEST(ExplorerListing, theChildOnTheWayDownIsFoundByWholeNames) {
+    EXPECT_EQ(ExplorerListing::childTowards("/home/anna", "/home/anna/a/b"), "/home/anna/a");
+    EXPECT_EQ(ExplorerListing::childTowards("/", "/home/anna"), "/home");
+    EXPECT_EQ(ExplorerListing::childTowards("/home/anna", "/home/anna/a"), "/home/anna/a");
+    EXPECT_EQ(ExplorerListing::childTowards("/home/anna", "/home/anna"), "");
+    EXPECT_EQ(ExplorerListing::childTowards("/home/an", "/home/anna/a"), "");
+    EXPECT_EQ(ExplorerListing::childTowards("/home/anna", ""), "");
+}
+
 }  // namespace kestrune
