@@ -10,7 +10,6 @@
 #include <iterator>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 

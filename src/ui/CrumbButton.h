@@ -14,8 +14,6 @@ public:
 
     void setLabel(const QString& label);
 
-    [[nodiscard]] const QString& label() const { return m_label; }
-
     [[nodiscard]] static int widthOf(const QString& label);
 
     [[nodiscard]] QSize sizeHint() const override;

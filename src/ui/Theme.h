@@ -50,7 +50,7 @@ void setDark(bool dark);
 [[nodiscard]] QColor colour(Colour role);
 
 /// Colours of an item by its place among its siblings, 0 being the largest: what fills its tile, and the stronger one
-/// of the tile's edge and the item's bar. From place 8 on they are quiet and the same.
+/// of the tile's edge and the item's bar. From place 8 on they are quiet and the same, as for a negative place: none.
 [[nodiscard]] QColor rankFill(int rank);
 [[nodiscard]] QColor rankStrong(int rank);
 

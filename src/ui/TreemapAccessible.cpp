@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
