@@ -34,6 +34,7 @@ DiskExplorerResult manyChildren() {
 
 void layout(benchmark::State& state) {
     std::vector<double> weights;
+    weights.reserve(count);
     for (int i = 0; i < count; ++i) {
         weights.push_back(static_cast<double>(bytesOf(i)));
     }

@@ -153,7 +153,7 @@ void scan(TimedApplication& application, WorkspaceStore& store, const std::strin
 int main(int count, char** arguments) {
     TimedApplication application(count, arguments);
     if (count != 2) {
-        std::fputs("usage: explorer_driver /FOLDER\n", stderr);
+        static_cast<void>(std::fputs("usage: explorer_driver /FOLDER\n", stderr));
         return EXIT_FAILURE;
     }
     Theme::start();

@@ -18,7 +18,7 @@ using Folder = TreeMaker::Folder;
 
 std::string numbered(const std::string& name, std::int64_t number, const std::string& suffix = {}) {
     const std::string digits = std::to_string(number);
-    return name + std::string(digits.size() < 6 ? 6 - digits.size() : 0, '0') + digits + suffix;
+    return std::string(name).append(digits.size() < 6 ? 6 - digits.size() : 0, '0').append(digits).append(suffix);
 }
 
 void files(TreeMaker& tree, const Folder& folder, int count, const std::string& name, const std::string& suffix) {
