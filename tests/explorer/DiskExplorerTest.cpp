@@ -12,7 +12,7 @@ namespace kestrune {
 
 namespace {
 
-const std::string root = "/home/anna/work";
+const std::string root = "/home/anna/code";
 
 TreeWalk walkOf(std::int64_t entries, std::int64_t bytes) {
     TreeWalk walk;
@@ -102,7 +102,7 @@ TEST(DiskExplorer, theFolderIsScannedUnderTheStandardFormOfItsPath) {
     FakeDirectoryWalker walker;
     walker.walks[root] = walkOf(1, 5);
     walker.walks[root].children = {{"file", 5, false}};
-    const auto result = scanned(walker, "/home//anna/./docs/../work/");
+    const auto result = scanned(walker, "/home//anna/./docs/../code/");
     EXPECT_EQ(result.folders, (std::vector<DiskExplorerItem>{{root + "/file", 5, false}}));
 }
 

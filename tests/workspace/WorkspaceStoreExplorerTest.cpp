@@ -10,7 +10,7 @@ namespace kestrune {
 
 namespace {
 
-const std::string work = "/home/anna/work";
+const std::string work = "/home/anna/code";
 const std::string music = "/home/anna/music";
 
 /// A fixture with two folders to explore.
@@ -71,7 +71,7 @@ TEST(WorkspaceStoreExplorer, aScanIsObservableWhileItRunsAndPublishesAtItsEnd) {
 
 TEST(WorkspaceStoreExplorer, theRootIsPublishedInTheStandardFormOfItsPath) {
     ExplorerFixture explorer;
-    explorer.explore("/home//anna/./music/../work/");
+    explorer.explore("/home//anna/./music/../code/");
     EXPECT_EQ(explorer.root(), work);
     EXPECT_EQ(explorer.fixture.walker.measured, (std::vector<std::string>{work}));
 }
