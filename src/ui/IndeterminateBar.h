@@ -1,14 +1,11 @@
 #pragma once
 
-#include <QBasicTimer>
-#include <QElapsedTimer>
-
-#include "ui/Painted.h"
+#include "ui/Moving.h"
 
 namespace kestrune {
 
 /// A bar that tells that something runs, not how far it is. It moves only while it is on screen.
-class IndeterminateBar final : public Painted {
+class IndeterminateBar final : public Moving {
     Q_OBJECT
 
 public:
@@ -18,13 +15,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
-
-private:
-    QBasicTimer m_frames;
-    QElapsedTimer m_time;
 };
 
 }  // namespace kestrune

@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QTimerEvent>
 #include <algorithm>
 
 #include "ui/Motion.h"
@@ -16,17 +15,14 @@ constexpr int barLength = 200;
 constexpr int barThickness = 4;
 constexpr int ringSize = 14;
 constexpr int side = 12;
-constexpr int frameTime = 40;      // milliseconds
-constexpr int turnTime = 1000;     // milliseconds for one turn of the ring
-constexpr int passTime = 1600;     // milliseconds for one pass of the segment
-constexpr double segment = 0.3;    // of the bar
-constexpr int ringArc = 270 * 16;  // sixteenths of a degree
+constexpr int turnTime = 1000;      // milliseconds for one turn of the ring
+constexpr int fullTurn = 360 * 16;  // sixteenths of a degree
+constexpr int ringArc = 270 * 16;
 
 }  // namespace
 
-ProgressStrip::ProgressStrip(QWidget* parent) : Painted(parent) {
+ProgressStrip::ProgressStrip(QWidget* parent) : Moving(parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    m_time.start();
 }
 
 void ProgressStrip::setProgress(const QString& sentence, int done, int total) {
@@ -92,56 +88,22 @@ void ProgressStrip::paintRing(QPainter& painter) const {
         painter.drawEllipse(ring.center(), ring.width() / 4, ring.height() / 4);
         return;
     }
-    const auto turned = static_cast<int>(m_time.elapsed() % turnTime);
     painter.setPen(QPen(Theme::colour(Colour::accentText), 2, Qt::SolidLine, Qt::FlatCap));
     painter.setBrush(Qt::NoBrush);
-    painter.drawArc(ring, -turned * 360 * 16 / turnTime, ringArc);
+    painter.drawArc(ring, -static_cast<int>(phase(turnTime) * fullTurn), ringArc);
 }
 
 void ProgressStrip::paintBar(QPainter& painter) const {
     const QRectF bar = barBox();
-    const QColor line = Theme::colour(Colour::chartLine);
     const QColor ground = Theme::colour(Colour::card);
     if (m_total > 0) {
-        Paint::bar(painter, bar, static_cast<double>(m_done) / m_total, line, ground);
-        return;
-    }
-    Paint::rounded(painter, bar, bar.height() / 2, ground);
-    if (Motion::isReduced()) {
-        painter.setOpacity(0.4);
-        Paint::rounded(painter, bar, bar.height() / 2, line);
-        painter.setOpacity(1);
-        return;
-    }
-    const double passed = static_cast<double>(m_time.elapsed() % passTime) / passTime;
-    const double length = bar.width() * segment;
-    const double left = bar.left() - length + (bar.width() + length) * passed;
-    const QRectF visible = QRectF(left, bar.top(), length, bar.height()).intersected(bar);
-    Paint::rounded(painter, visible, bar.height() / 2, line);
-}
-
-void ProgressStrip::showEvent(QShowEvent* event) {
-    Painted::showEvent(event);
-    if (!Motion::isReduced()) {
-        m_frames.start(frameTime, this);
+        Paint::bar(painter, bar, static_cast<double>(m_done) / m_total, Theme::colour(Colour::chartLine), ground);
+    } else {
+        paintPassing(painter, bar, ground);
     }
 }
 
-void ProgressStrip::hideEvent(QHideEvent* event) {
-    Painted::hideEvent(event);
-    m_frames.stop();
-}
-
-void ProgressStrip::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != m_frames.timerId()) {
-        Painted::timerEvent(event);
-        return;
-    }
-    if (Motion::isReduced()) {
-        m_frames.stop();
-        update();
-        return;
-    }
+void ProgressStrip::nextFrame() {
     update(ringBox());
     if (m_total == 0) {
         update(barBox());

@@ -1,14 +1,11 @@
 #pragma once
 
-#include <QBasicTimer>
-#include <QElapsedTimer>
-
-#include "ui/Painted.h"
+#include "ui/Moving.h"
 
 namespace kestrune {
 
 /// What runs now: a turning ring, a sentence and how far it is. It moves only while it is on screen.
-class ProgressStrip final : public Painted {
+class ProgressStrip final : public Moving {
     Q_OBJECT
 
 public:
@@ -27,9 +24,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
+    void nextFrame() override;
 
 private:
     [[nodiscard]] QRect barBox() const;
@@ -41,8 +36,6 @@ private:
     int m_done = 0;
     int m_total = 0;
     bool m_counted = false;
-    QBasicTimer m_frames;
-    QElapsedTimer m_time;
 };
 
 }  // namespace kestrune
