@@ -5,6 +5,7 @@ for listens before the program starts, unless the test says otherwise.
 """
 import json
 import signal
+import time
 
 from desk import frame_of, has_keyboard, output, press_keys, wait
 from kestrune import PORT_WINDOW
@@ -72,7 +73,9 @@ def test_refresh_finds_a_server_started_meanwhile(server, app, tmp_path):
     app.wait_for_row(server.pid)
     with Server(tmp_path / 'bin', 'node', '*') as later:
         def is_found():
+            # As often as a person presses it, who looks at the list in between.
             app.windows.press('Refresh', app.windows.window(PORT_WINDOW))
+            time.sleep(1.5)
             return app.row(later.pid)
 
         wait(is_found, 'the row of the later server')

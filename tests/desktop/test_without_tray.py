@@ -43,7 +43,7 @@ def panel():
 def test_without_a_tray_the_window_opens_and_closing_it_ends_the_program(start):
     app = start()
     app.wait_for_window()
-    app.press_keys('alt+F4')
+    app.close_window()
     assert app.wait_until_gone() == 0
 
 
@@ -116,13 +116,13 @@ def test_the_program_outlives_the_session_bus(start, bus):
     bus.kill()
     bus.wait()
     # Only a living event loop closes the window when it is asked to.
-    app.press_keys('alt+F4')
+    app.close_window()
     assert app.wait_until_gone() == 0
 
 
 def test_the_program_starts_without_a_session_bus(start, tmp_path):
     app = start(environment={'DBUS_SESSION_BUS_ADDRESS': f'unix:path={tmp_path}/nobody'})
-    app.press_keys('alt+F4')
+    app.close_window()
     assert app.wait_until_gone() == 0
 
 
