@@ -17,6 +17,7 @@
 #include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxVolumeInfo.h"
+#include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePreferences.h"
 #include "tests/fakes/FakeRunningApplications.h"
@@ -45,8 +46,9 @@ private:
     ManualMainQueue m_mainQueue;
     FakeRunningApplications m_applications;
     FakeTrash m_trash;
+    FakeLoginItem m_loginItem;
     SystemEngine m_engine{{m_host, m_power, m_volumes, m_runner, m_tools, m_preferences, m_center, m_clock, m_mainQueue,
-                           m_applications, m_trash, "/root", 1}};
+                           m_applications, m_trash, m_loginItem, "/root", 1}};
 };
 
 // A laptop's power supplies as plain files, for machines that have none.

@@ -49,11 +49,27 @@ private:
 class ScanningStore final {
 public:
     ScanningStore()
-        : m_store({m_parts.engine, m_parts.cleaners, m_parts.preferences, m_parts.fileStore, m_parts.fileQueries,
-                   m_parts.fileViewer, m_walker, m_parts.folderChooser, m_parts.applications, m_parts.programs,
-                   m_parts.processes, m_parts.processControl, m_parts.systemTools, m_parts.memoryPressure,
-                   m_parts.alerts, m_mainQueue, m_clock,
-                   [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }}) {}
+        : m_store({m_parts.engine,
+                   m_parts.cleaners,
+                   m_parts.preferences,
+                   m_parts.fileStore,
+                   m_parts.fileQueries,
+                   m_parts.fileViewer,
+                   m_walker,
+                   m_parts.folderChooser,
+                   m_parts.applications,
+                   m_parts.programs,
+                   m_parts.processes,
+                   m_parts.processControl,
+                   m_parts.systemTools,
+                   m_parts.memoryPressure,
+                   m_parts.alerts,
+                   m_parts.trash,
+                   m_parts.linkOpener,
+                   m_mainQueue,
+                   m_clock,
+                   [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); },
+                   {}}) {}
 
     WorkspaceStore& store() { return m_store; }
 

@@ -2,13 +2,17 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "app/StatusItem.h"
 #include "app/StatusMenuModel.h"
 #include "base/Published.h"
 #include "engine/SystemEngine.h"
 #include "platform/AlertPresenter.h"
+#include "platform/DockTile.h"
 #include "platform/MainQueue.h"
+#include "platform/Updater.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -20,6 +24,10 @@ struct AppDelegateParts {
     AlertPresenter& alerts;
     MainQueue& mainQueue;
     StatusItem& statusItem;
+    Updater& updater;
+    DockTile& dockTile;
+    std::string downloadHost;               ///< named where an update fails
+    std::function<void()> activate;         ///< brings the program's open windows to the front
     std::function<void()> showWindow;       ///< shows the workspace window on the store's page, in front
     std::function<void()> showPorts;        ///< shows the port review window, in front
     std::function<bool()> isWindowVisible;  ///< the workspace window is on the screen
@@ -29,9 +37,10 @@ struct AppDelegateParts {
 
 /// The application shell: keeps the status item current, carries out menu commands and decides about quitting.
 /// Main thread.
-class AppDelegate final {
+class AppDelegate final : public UpdaterDelegate {
 public:
     explicit AppDelegate(AppDelegateParts parts);
+    ~AppDelegate() override = default;
 
     /// Starts monitoring, shows the first figures and goes on every five seconds. Once.
     void applicationDidFinishLaunching();
@@ -62,6 +71,16 @@ public:
     /// One of the two windows was closed. Without a status item and the other window nothing of the program is left to
     /// see, so closing the last one then means to quit.
     void windowWillClose();
+
+    /// The user asks for newer versions.
+    void checkUpdates();
+
+    void didFindValidUpdate(const UpdateItem& item) override;
+    void willHandleShowingUpdate(const UpdateItem& item, bool userInitiated) override;
+    void userDidMake(UpdateChoice choice, const UpdateItem& item) override;
+    void didNotFindUpdate() override;
+    void didAbortWithError(const UpdaterError& error) override;
+    [[nodiscard]] bool shouldInstallUpdate() override;
 
     [[nodiscard]] const StatusMenuModel& menu() const { return m_menu; }
 

@@ -5,9 +5,11 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QRandomGenerator>
 #include <QSessionManager>
 
 #include <string>
+#include <utility>
 
 #include "app/MainMenu.h"
 #include "base/SerialQueue.h"
@@ -31,11 +33,12 @@ bool isOnScreen(const QWidget* window) {
 
 }  // namespace
 
-Application::Application()
-    : m_services(makePlatformServices()),
+Application::Application(BuildSettings settings)
+    : m_settings(std::move(settings)),
+      m_services(makePlatformServices()),
       m_engine({*m_services.hostStatistics, *m_services.powerSources, *m_services.volumeInfo, *m_services.processRunner,
                 *m_services.systemTools, *m_services.preferences, *m_services.notificationCenter, m_clock, m_mainQueue,
-                *m_services.runningApplications, *m_services.trash, m_services.homeDirectory,
+                *m_services.runningApplications, *m_services.trash, *m_services.loginItem, m_services.homeDirectory,
                 m_services.processIdentifier}),
       m_cleaners(m_services.homeDirectory, {*m_services.fileQueries, *m_services.directoryWalker, *m_services.trash,
                                             *m_services.processRunner, *m_services.systemTools}),
@@ -47,11 +50,27 @@ Application::Application()
           prepareInterface();
           return windowForAlerts();
       }),
-      m_store({m_engine, m_cleaners, *m_services.preferences, *m_services.fileStore, *m_services.fileQueries,
-               *m_services.fileViewer, *m_services.directoryWalker, m_folders, *m_services.runningApplications,
-               *m_services.runningPrograms, *m_services.processListing, *m_services.processControl,
-               *m_services.systemTools, *m_services.memoryPressure, m_alerts, m_mainQueue, m_clock,
-               [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); }}),
+      m_store({m_engine,
+               m_cleaners,
+               *m_services.preferences,
+               *m_services.fileStore,
+               *m_services.fileQueries,
+               *m_services.fileViewer,
+               *m_services.directoryWalker,
+               m_folders,
+               *m_services.runningApplications,
+               *m_services.runningPrograms,
+               *m_services.processListing,
+               *m_services.processControl,
+               *m_services.systemTools,
+               *m_services.memoryPressure,
+               m_alerts,
+               *m_services.trash,
+               *m_services.linkOpener,
+               m_mainQueue,
+               m_clock,
+               [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); },
+               m_settings.helpPages}),
       m_tray(QDBusConnection::sessionBus(), {[this](MenuAction action) { m_delegate.perform(action); },
                                              [this] {
                                                  // Our own popup wears the desktop's colours like any window.
@@ -59,11 +78,25 @@ Application::Application()
                                                  m_delegate.menuWillOpen();
                                              },
                                              [this] { showWindow(); }}),
+      m_updatePresenter([this] { prepareInterface(); }),
+      m_updater({.source = m_settings.updates,
+                 .runningVersion = KESTRUNE_VERSION,
+                 .fetcher = *m_services.updateFetcher,
+                 .installer = *m_services.updateInstaller,
+                 .presenter = m_updatePresenter,
+                 .preferences = *m_services.preferences,
+                 .mainQueue = m_mainQueue,
+                 .clock = m_clock,
+                 .random = [] { return QRandomGenerator::global()->generate(); }}),
       m_delegate({.store = m_store,
                   .engine = m_engine,
                   .alerts = m_alerts,
                   .mainQueue = m_mainQueue,
                   .statusItem = m_tray,
+                  .updater = m_updater,
+                  .dockTile = *m_services.dockTile,
+                  .downloadHost = m_settings.downloadHost,
+                  .activate = [this] { activate(); },
                   .showWindow = [this] { showWindow(); },
                   .showPorts = [this] { portWindow().present(); },
                   .isWindowVisible = [this] { return isOnScreen(m_window.get()); },
@@ -121,6 +154,14 @@ WorkspaceWindow& Application::window() {
             Qt::QueuedConnection);
     }
     return *m_window;
+}
+
+void Application::activate() {
+    for (QWidget* const open : {static_cast<QWidget*>(m_window.get()), static_cast<QWidget*>(m_ports.get())}) {
+        if (isOpen(open)) {
+            open->raise();
+        }
+    }
 }
 
 void Application::showWindow() {

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/AppDelegate.h"
+#include "app/BuildSettings.h"
 #include "app/QtMainQueue.h"
 #include "app/SingleInstance.h"
 #include "app/TrayItem.h"
@@ -16,7 +17,9 @@
 #include "ui/PortReviewWindow.h"
 #include "ui/QtAlertPresenter.h"
 #include "ui/QtFolderChooser.h"
+#include "ui/QtUpdatePresenter.h"
 #include "ui/WorkspaceWindow.h"
+#include "update/StandardUpdater.h"
 #include "workspace/WorkspaceStore.h"
 
 class QSessionManager;
@@ -29,7 +32,7 @@ class Application final : public QObject {
     Q_OBJECT
 
 public:
-    Application();
+    explicit Application(BuildSettings settings);
     ~Application() override;
 
     /// Launches, or ends the event loop at once when the program runs already.
@@ -41,6 +44,7 @@ protected:
 private:
     void launch();
     void prepareInterface();
+    void activate();
     void showWindow();
     [[nodiscard]] WorkspaceWindow& window();
     [[nodiscard]] PortReviewWindow& portWindow();
@@ -48,6 +52,7 @@ private:
     void sessionEnds(QSessionManager& manager);
 
     // In the order of their construction: each uses only what stands above it.
+    const BuildSettings m_settings;
     QtMainQueue m_mainQueue;
     SystemClock m_clock;
     PlatformServices m_services;
@@ -57,6 +62,8 @@ private:
     QtFolderChooser m_folders;
     WorkspaceStore m_store;
     TrayItem m_tray;
+    QtUpdatePresenter m_updatePresenter;
+    StandardUpdater m_updater;
     AppDelegate m_delegate;
     SingleInstance m_instance;
     TerminationSignals m_signals;

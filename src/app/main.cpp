@@ -64,7 +64,10 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     const QApplication toolkit(argc, argv);
 
-    kestrune::Application application;
+    kestrune::Application application(
+        {.updates = {KESTRUNE_FEED_URL, KESTRUNE_FEED_KEY, {}},
+         .downloadHost = KESTRUNE_DOWNLOAD_HOST,
+         .helpPages = {KESTRUNE_HELP_PAGE, KESTRUNE_UPDATE_HELP_PAGE, KESTRUNE_RELEASE_NOTES_PAGE}});
     application.start();
     return QApplication::exec();
 }

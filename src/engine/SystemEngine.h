@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "engine/AppProtection.h"
 #include "engine/TelemetryRecords.h"
 #include "platform/HostStatistics.h"
+#include "platform/LoginItem.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PowerSources.h"
@@ -37,6 +39,7 @@ struct SystemEngineParts {
     MainQueue& mainQueue;
     RunningApplications& runningApplications;
     Trash& trash;
+    LoginItem& loginItem;
     std::string homeDirectory;
     std::int32_t processIdentifier = 0;  ///< of this program
 };
@@ -135,7 +138,20 @@ public:
     void setReduceFX(bool reduce);
     std::int64_t clearUserCaches();  ///< nothing to do here: Storage does it; 0
 
+    // Start at login. Main thread.
+
+    /// Turns starting at login on, once in the life of an installation; a later choice of the user stays.
+    void ensureLaunchAtLoginOnFirstLaunch();
+
+    /// Asks the system each time.
+    [[nodiscard]] bool isLaunchAtLoginEnabled() const;
+
+    void toggleLaunchAtLogin();
+
     // Notifications.
+
+    /// Whether notifications are shown; false while the user was never asked. The answer comes on the main thread.
+    void queryNotificationPermission(std::function<void(bool allowed)> answer);
 
     /// Main thread. The answer is not used further.
     void requestNotificationPermission();
@@ -149,6 +165,7 @@ private:
     struct Alive {};
 
     void notify(const std::string& title, const std::string& message, NotificationAuthorization status);
+    void toggleLegacyLaunchAtLogin();
     void askThenDeliver(const std::string& title, const std::string& message);
     void playFallbackSound();
 

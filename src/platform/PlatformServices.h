@@ -6,10 +6,13 @@
 
 #include "platform/Appearance.h"
 #include "platform/DirectoryWalker.h"
+#include "platform/DockTile.h"
 #include "platform/FileQueries.h"
 #include "platform/FileStore.h"
 #include "platform/FileViewer.h"
 #include "platform/HostStatistics.h"
+#include "platform/LinkOpener.h"
+#include "platform/LoginItem.h"
 #include "platform/MemoryPressureSource.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PowerSources.h"
@@ -21,6 +24,8 @@
 #include "platform/RunningPrograms.h"
 #include "platform/SystemTools.h"
 #include "platform/Trash.h"
+#include "platform/UpdateFetcher.h"
+#include "platform/UpdateInstaller.h"
 #include "platform/VolumeInfo.h"
 
 namespace kestrune {
@@ -47,6 +52,11 @@ struct PlatformServices {
     std::unique_ptr<NotificationCenter> notificationCenter;
     std::unique_ptr<FileViewer> fileViewer;
     std::unique_ptr<Appearance> appearance;
+    std::unique_ptr<LinkOpener> linkOpener;
+    std::unique_ptr<LoginItem> loginItem;
+    std::unique_ptr<DockTile> dockTile;
+    std::unique_ptr<UpdateFetcher> updateFetcher;
+    std::unique_ptr<UpdateInstaller> updateInstaller;
 };
 
 /// Builds the services of the system this program was compiled for. Opens nothing that a later step may never need.

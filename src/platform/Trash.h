@@ -45,6 +45,32 @@ struct TrashRequest {
     std::optional<FileIdentity> expected;  ///< when given, only this very item moves
 };
 
+/// Where an item of the Trash would go back to.
+struct PutBackPlan {
+    std::string location;      ///< where it lies in the Trash
+    std::string originalPath;  ///< where its restore record says it came from
+    FileIdentity item;         ///< which item that is
+
+    bool operator==(const PutBackPlan&) const = default;
+};
+
+enum class PutBackFailure {
+    missing,    ///< nothing is at the location any more
+    noRecord,   ///< its restore record is gone or unreadable, or names no place below the home folder
+    inTheWay,   ///< something is at the place it came from
+    noFolder,   ///< the folder it came from is gone, is a link or lies behind one
+    changed,    ///< another item than the one planned, or not this user's
+    otherDisk,  ///< the folder it came from is on another disk now
+    system,     ///< the system's own error, in message
+};
+
+struct PutBackError {
+    PutBackFailure failure = PutBackFailure::system;
+    std::string message;  ///< one sentence for failure == system, else empty
+
+    bool operator==(const PutBackError&) const = default;
+};
+
 /// The one way a file leaves its place. A move is a single rename within one file system: nothing is ever copied or
 /// deleted, no link is followed at or below home, and an item is in the Trash together with its restore record or not
 /// at all. Whoever changes the tree meanwhile can turn a success into an error, never into another item's move.
@@ -65,6 +91,16 @@ public:
 
     /// Moves one item to the Trash of the file system it lies on. Blocks; a work queue's thread.
     [[nodiscard]] virtual Result<TrashedItem, TrashError> moveToTrash(const TrashRequest& request) = 0;
+
+    /// Reads where the item at location, a place that moveToTrash answered, would go back to. Changes nothing. Any
+    /// thread.
+    [[nodiscard]] virtual Result<PutBackPlan, PutBackError> planPutBack(const std::string& home,
+                                                                        const std::string& location) = 0;
+
+    /// Moves the item back by one rename that replaces nothing, and takes its restore record away afterwards. Answers
+    /// where it lies now. Blocks; a work queue's thread.
+    [[nodiscard]] virtual Result<std::string, PutBackError> putBack(const std::string& home,
+                                                                    const PutBackPlan& plan) = 0;
 };
 
 }  // namespace kestrune

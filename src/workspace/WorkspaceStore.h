@@ -25,6 +25,7 @@
 #include "platform/FileStore.h"
 #include "platform/FileViewer.h"
 #include "platform/FolderChooser.h"
+#include "platform/LinkOpener.h"
 #include "platform/MainQueue.h"
 #include "platform/MemoryPressureSource.h"
 #include "platform/Preferences.h"
@@ -35,6 +36,7 @@
 #include "platform/SystemTools.h"
 #include "storage/DevCleaners.h"
 #include "workspace/ActivityEntry.h"
+#include "workspace/HelpPages.h"
 #include "workspace/RunningItem.h"
 #include "workspace/TelemetryHistory.h"
 #include "workspace/WorkspacePage.h"
@@ -67,10 +69,13 @@ struct WorkspaceStoreParts {
     SystemTools& systemTools;
     MemoryPressureSource& memoryPressure;
     AlertPresenter& alerts;
+    Trash& trash;
+    LinkOpener& linkOpener;
     MainQueue& mainQueue;
     const Clock& clock;
     /// Makes the queue with this label.
     std::function<std::unique_ptr<SerialQueue>(const std::string& label)> makeQueue;
+    HelpPages helpPages = {};
 };
 
 /// The one model behind the menu and the windows. Views read its published fields and call its operations; both on
@@ -125,6 +130,9 @@ public:
     Published<std::set<std::string>> protectedApps;
     Published<bool> reminders{false};
     Published<std::optional<WallTime>> lastReminder;
+    Published<bool> reducedMotion{false};         ///< the user wants no animations
+    Published<bool> launchesAtLogin{false};       ///< as of the last refreshSettings()
+    Published<bool> notificationsAllowed{false};  ///< likewise
 
     /// Starts an update check; empty until the shell sets it.
     Action checkUpdates;
@@ -142,6 +150,24 @@ public:
 
     /// Turns the daily review on or off.
     void setReminders(bool on);
+
+    // Settings.
+
+    /// Reads anew what the system keeps: launchesAtLogin and notificationsAllowed.
+    void refreshSettings();
+
+    /// Turns starting at login on or off, whichever the system says it is not.
+    void toggleLaunchAtLogin();
+
+    void setReducedMotion(bool on);
+
+    /// Asks the system to let notifications be shown, and reads what became of it.
+    void enableNotifications();
+
+    /// Each opens a page in the user's browser, or says in message why it cannot.
+    void openHelp();
+    void openUpdateHelp();
+    void openReleaseNotes();
 
     // Storage.
 
@@ -269,6 +295,10 @@ public:
     /// Shows where a moved item lies in the Trash, or says that it is gone.
     void showInTrash(const ActivityEntry& entry);
 
+    /// Asks, then moves what entry recorded from the Trash back to where it came from, on the action queue. Says in
+    /// message why when it cannot, and records what it did.
+    void putBack(const ActivityEntry& entry);
+
     /// Shows path in the file manager.
     void reveal(const std::string& path);
 
@@ -288,6 +318,8 @@ private:
     std::size_t ask(const Alert& alert);
     void noteSaved(bool saved);  ///< tells the user when a setting holds for this session only
     void refreshNetworkRates(Seconds now);
+
+    void openPage(const std::string& address);
 
     [[nodiscard]] bool lastScanWasStopped() const;
     void publishScan(std::vector<CleanTarget> found, std::vector<std::string> notes);

@@ -6,7 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/fakes/FakeDockTile.h"
 #include "tests/fakes/FakeStatusItem.h"
+#include "tests/fakes/FakeUpdater.h"
 #include "tests/fakes/StoreFixture.h"
 
 namespace kestrune {
@@ -28,6 +30,10 @@ public:
                                  .alerts = world.alerts,
                                  .mainQueue = world.mainQueue,
                                  .statusItem = statusItem,
+                                 .updater = updater,
+                                 .dockTile = dockTile,
+                                 .downloadHost = "downloads.example",
+                                 .activate = [this] { ++activations; },
                                  .showWindow = [this] { pagesShown.push_back(world.store().page.get()); },
                                  .showPorts = [this] { ++portsShown; },
                                  .isWindowVisible = [this] { return windowIsVisible; },
@@ -50,6 +56,9 @@ public:
 
     StoreFixture world;
     FakeStatusItem statusItem;
+    FakeUpdater updater;
+    FakeDockTile dockTile;
+    int activations = 0;
     std::vector<WorkspacePage> pagesShown;
     int portsShown = 0;
     bool windowIsVisible = false;

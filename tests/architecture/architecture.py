@@ -13,12 +13,13 @@ MAY_INCLUDE = {
     'base': set(),
     'platform': {'base'},
     'platform/linux': {'platform', 'base'},
+    'update': {'platform', 'base'},
     'engine': {'platform', 'base'},
     'explorer': {'platform', 'base'},
     'storage': {'platform', 'base'},
     'workspace': {'engine', 'storage', 'explorer', 'platform', 'base'},
     'ui': {'workspace', 'base'},
-    'app': {'base', 'platform', 'platform/linux', 'engine', 'explorer', 'storage', 'workspace', 'ui'},
+    'app': {'base', 'platform', 'platform/linux', 'engine', 'explorer', 'storage', 'update', 'workspace', 'ui'},
 }
 
 # Records of deeper folders that the store publishes and the views therefore read.
@@ -29,6 +30,8 @@ UI_RECORDS = {
     'explorer/DiskExplorerResult.h',
     'platform/AlertPresenter.h',
     'platform/FolderChooser.h',
+    'platform/UpdatePresenter.h',
+    'platform/Updater.h',
 }
 
 MAY_USE_QT = {'ui', 'app', 'platform/linux'}

@@ -9,6 +9,7 @@
 #include "base/Text.h"
 #include "engine/SystemEngine.h"
 #include "tests/fakes/FakeHostStatistics.h"
+#include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
@@ -50,8 +51,9 @@ protected:
     ManualMainQueue mainQueue;
     FakeRunningApplications applications;
     FakeTrash trash;
-    SystemEngineParts parts{host,  power,     volumes,      runner, tools,        preferences, center,
-                            clock, mainQueue, applications, trash,  "/home/anna", thisProgram};
+    FakeLoginItem loginItem;
+    SystemEngineParts parts{host,  power,     volumes,      runner, tools,     preferences,  center,
+                            clock, mainQueue, applications, trash,  loginItem, "/home/anna", thisProgram};
     SystemEngine engine{parts};
 };
 

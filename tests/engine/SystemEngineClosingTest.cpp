@@ -188,7 +188,7 @@ private:
 TEST_F(SystemEngineClosingTest, appInFrontThatHasAlreadyTerminatedIsNotKept) {
     StaleFront stale(applications);
     SystemEngine engineWithStaleFront({host, power, volumes, runner, tools, preferences, center, clock, mainQueue,
-                                       stale, trash, "/home/anna", thisProgram});
+                                       stale, trash, loginItem, "/home/anna", thisProgram});
     applications.start(10, "Editor");
     applications.start(11, "Browser");
     stale.stale = applications.application(10);
@@ -201,7 +201,7 @@ TEST_F(SystemEngineClosingTest, appInFrontThatHasAlreadyTerminatedIsNotKept) {
 TEST_F(SystemEngineClosingTest, appThatVanishesInBetweenIsSkippedSilently) {
     StaleFront stale(applications);
     SystemEngine engineWithStaleFront({host, power, volumes, runner, tools, preferences, center, clock, mainQueue,
-                                       stale, trash, "/home/anna", thisProgram});
+                                       stale, trash, loginItem, "/home/anna", thisProgram});
     applications.start(10, "Editor");
     applications.start(11, "Browser");
     applications.start(12, "Mail");

@@ -43,6 +43,27 @@ public:
         return TrashedItem{tellsLocation ? location(path) : std::string{}};
     }
 
+    [[nodiscard]] Result<PutBackPlan, PutBackError> planPutBack(const std::string& /*home*/,
+                                                                const std::string& location) override {
+        if (planFailure) {
+            return *planFailure;
+        }
+        const auto plan = plans.find(location);
+        return plan == plans.end() ? Result<PutBackPlan, PutBackError>(PutBackError{PutBackFailure::missing, {}})
+                                   : plan->second;
+    }
+
+    [[nodiscard]] Result<std::string, PutBackError> putBack(const std::string& /*home*/,
+                                                            const PutBackPlan& plan) override {
+        putBacks.push_back(plan);
+        if (putBackFailure) {
+            return *putBackFailure;
+        }
+        plans.erase(plan.location);
+        missing.erase(plan.originalPath);
+        return plan.originalPath;
+    }
+
     /// Where an item from path lies once it has moved.
     [[nodiscard]] static std::string location(const std::string& path) { return "/trash/" + lastPathComponent(path); }
 
@@ -54,6 +75,11 @@ public:
     std::optional<bool> empty = true;            ///< what isEmpty answers
     bool tellsLocation = true;
     std::function<void(const TrashRequest&)> whileMoving;  ///< called inside moveToTrash, before it answers
+
+    std::map<std::string, PutBackPlan> plans;  ///< by location: what can go back
+    std::optional<PutBackError> planFailure;
+    std::optional<PutBackError> putBackFailure;
+    std::vector<PutBackPlan> putBacks;
 
     std::vector<TrashRequest> requests;
     std::vector<std::string> moved;  ///< absolute paths, in order

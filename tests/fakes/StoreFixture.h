@@ -16,6 +16,8 @@
 #include "tests/fakes/FakeFileViewer.h"
 #include "tests/fakes/FakeFolderChooser.h"
 #include "tests/fakes/FakeHostStatistics.h"
+#include "tests/fakes/FakeLinkOpener.h"
+#include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeMemoryPressureSource.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
@@ -118,6 +120,8 @@ public:
     FakeFileQueries fileQueries;
     FakeDirectoryWalker walker;
     FakeTrash trash;
+    FakeLoginItem loginItem;
+    FakeLinkOpener linkOpener;
     FakeFileStore fileStore;
     FakeFileViewer fileViewer;
     FakeFolderChooser folderChooser;
@@ -128,7 +132,7 @@ public:
     FakeMemoryPressureSource memoryPressure;
     FakeAlertPresenter alerts;
     SystemEngine engine{{hostStatistics, powerSources, volumes, processRunner, systemTools, preferences,
-                         notificationCenter, clock, mainQueue, applications, trash, home, ownProcess}};
+                         notificationCenter, clock, mainQueue, applications, trash, loginItem, home, ownProcess}};
     DevCleaners cleaners{home, {fileQueries, walker, trash, processRunner, systemTools}};
 
 private:
@@ -152,9 +156,10 @@ private:
     }
 
     WorkspaceStoreParts partsWith(std::function<std::unique_ptr<SerialQueue>(const std::string& label)> makeQueue) {
-        return {engine,      cleaners,       preferences,  fileStore, fileQueries, fileViewer,
-                walker,      folderChooser,  applications, programs,  processes,   processControl,
-                systemTools, memoryPressure, alerts,       mainQueue, clock,       std::move(makeQueue)};
+        return {
+            engine,        cleaners,     preferences, fileStore, fileQueries,    fileViewer,           walker,
+            folderChooser, applications, programs,    processes, processControl, systemTools,          memoryPressure,
+            alerts,        trash,        linkOpener,  mainQueue, clock,          std::move(makeQueue), {}};
     }
 
     std::unique_ptr<WorkspaceStore> m_store;

@@ -7,6 +7,7 @@
 #include "platform/linux/LinuxProcessRunner.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "tests/fakes/FakeHostStatistics.h"
+#include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
@@ -70,8 +71,9 @@ protected:
     ManualMainQueue mainQueue;
     FakeRunningApplications applications;
     FakeTrash trash;
+    FakeLoginItem loginItem;
     SystemEngine engine{SystemEngineParts{host, power, volumes, runner, tools, preferences, center, clock, mainQueue,
-                                          applications, trash, "/home/anna", 4711}};
+                                          applications, trash, loginItem, "/home/anna", 4711}};
 };
 
 TEST_F(LinuxSystemEngineTest, invalidUtf8YieldsEmptyOutputButTheRealExitStatus) {

@@ -7,6 +7,7 @@
 #include "platform/linux/LinuxProcessRunner.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "tests/fakes/FakeHostStatistics.h"
+#include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
@@ -30,8 +31,9 @@ struct Engine {
     kestrune::ManualMainQueue mainQueue;
     kestrune::FakeRunningApplications applications;
     kestrune::FakeTrash trash;
-    kestrune::SystemEngine engine{
-        {host, power, volumes, runner, tools, preferences, center, clock, mainQueue, applications, trash, "/", 1}};
+    kestrune::FakeLoginItem loginItem;
+    kestrune::SystemEngine engine{{host, power, volumes, runner, tools, preferences, center, clock, mainQueue,
+                                   applications, trash, loginItem, "/", 1}};
 };
 
 }  // namespace

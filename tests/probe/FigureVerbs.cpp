@@ -65,7 +65,7 @@ int telemetry(const Arguments& arguments) {
     SystemEngine engine({*services.hostStatistics, *services.powerSources, *services.volumeInfo,
                          *services.processRunner, *services.systemTools, *services.preferences,
                          *services.notificationCenter, clock, mainQueue, *services.runningApplications, *services.trash,
-                         services.homeDirectory, services.processIdentifier});
+                         *services.loginItem, services.homeDirectory, services.processIdentifier});
     const Json figures{{"memory", memoryOf(engine.getMemorySummary())},
                        {"classes", classesOf(engine.getVMStat())},
                        {"cpu", engine.getCPULoadPercentage()},

@@ -53,6 +53,11 @@ std::string homeDirectory() {
     return resolved ? resolved.get() : home;
 }
 
+std::string executablePath() {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath("/proc/self/exe", nullptr), &std::free);
+    return resolved ? resolved.get() : std::string();
+}
+
 std::optional<std::string> dataHome() {
     const std::string path = absoluteVariable("XDG_DATA_HOME");
     return path.empty() ? std::nullopt : std::optional(LinuxFileQueries().resolvingLinks(path));

@@ -15,6 +15,10 @@ namespace kestrune::LinuxAccount {
 /// The environment variable when it is set to an absolute path, as the base directory rules ask; else empty.
 [[nodiscard]] std::string absoluteVariable(const char* name);
 
+/// The absolute path of the program that runs, as the kernel has it; of the AppImage's own file system where it runs
+/// from one.
+[[nodiscard]] std::string executablePath();
+
 /// XDG_DATA_HOME when it is set to an absolute path. Links are resolved once, as those of the home are: a home that is
 /// reached through one must not cost the user its Trash, which refuses every link on the way.
 [[nodiscard]] std::optional<std::string> dataHome();

@@ -13,10 +13,13 @@
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxAppearance.h"
 #include "platform/linux/LinuxDirectoryWalker.h"
+#include "platform/linux/LinuxDockTile.h"
 #include "platform/linux/LinuxFileQueries.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxFileViewer.h"
 #include "platform/linux/LinuxHostStatistics.h"
+#include "platform/linux/LinuxLinkOpener.h"
+#include "platform/linux/LinuxLoginItem.h"
 #include "platform/linux/LinuxMemoryPressure.h"
 #include "platform/linux/LinuxNotificationCenter.h"
 #include "platform/linux/LinuxPowerSources.h"
@@ -28,6 +31,8 @@
 #include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxTrash.h"
+#include "platform/linux/LinuxUpdateFetcher.h"
+#include "platform/linux/LinuxUpdateInstaller.h"
 #include "platform/linux/LinuxVolumeInfo.h"
 
 namespace kestrune {
@@ -53,6 +58,11 @@ std::optional<std::string> testSuite() {
 std::string configHome(const std::string& home) {
     const std::string path = LinuxAccount::absoluteVariable("XDG_CONFIG_HOME");
     return path.empty() ? home + "/.config" : path;
+}
+
+std::string cacheHome(const std::string& home) {
+    const std::string path = LinuxAccount::absoluteVariable("XDG_CACHE_HOME");
+    return path.empty() ? home + "/.cache" : path;
 }
 
 DesktopApplications installedApplications(const std::string& home) {
@@ -97,6 +107,16 @@ PlatformServices makePlatformServices() {
     services.notificationCenter = std::make_unique<LinuxNotificationCenter>(!suite.has_value());
     services.fileViewer = std::make_unique<LinuxFileViewer>();
     services.appearance = std::make_unique<LinuxAppearance>();
+    const std::string executable = LinuxAccount::executablePath();
+    const std::string folder = executable.substr(0, executable.rfind('/') + 1);
+    services.linkOpener = std::make_unique<LinuxLinkOpener>(folder + "../share/kestrune/help");
+    services.loginItem =
+        std::make_unique<LinuxLoginItem>(configHome(services.homeDirectory), executable, *services.fileStore);
+    services.dockTile = std::make_unique<LinuxDockTile>();
+    services.updateFetcher = std::make_unique<LinuxUpdateFetcher>(
+        folder + "kestrune-fetch", cacheHome(services.homeDirectory) + "/kestrune/updates");
+    services.updateInstaller =
+        std::make_unique<LinuxUpdateInstaller>(executable, LinuxAccount::absoluteVariable("APPIMAGE"));
     return services;
 }
 

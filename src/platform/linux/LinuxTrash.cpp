@@ -62,4 +62,13 @@ Result<TrashedItem, TrashError> LinuxTrash::moveToTrash(const TrashRequest& requ
     return LinuxTrashMove(item, trash, table).run();
 }
 
+Result<PutBackPlan, PutBackError> LinuxTrash::planPutBack(const std::string& /*home*/,
+                                                          const std::string& /*location*/) {
+    return PutBackError{PutBackFailure::missing, {}};
+}
+
+Result<std::string, PutBackError> LinuxTrash::putBack(const std::string& /*home*/, const PutBackPlan& /*plan*/) {
+    return PutBackError{PutBackFailure::missing, {}};
+}
+
 }  // namespace kestrune

@@ -19,6 +19,9 @@ public:
                                                        const std::string& relativePath) override;
     [[nodiscard]] std::optional<bool> isEmpty(const std::string& home) override;
     [[nodiscard]] Result<TrashedItem, TrashError> moveToTrash(const TrashRequest& request) override;
+    [[nodiscard]] Result<PutBackPlan, PutBackError> planPutBack(const std::string& home,
+                                                                const std::string& location) override;
+    [[nodiscard]] Result<std::string, PutBackError> putBack(const std::string& home, const PutBackPlan& plan) override;
 
 private:
     const std::string m_dataHome;  ///< empty without one

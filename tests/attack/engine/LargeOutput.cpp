@@ -7,6 +7,7 @@
 #include "engine/SystemEngine.h"
 #include "platform/linux/LinuxProcessRunner.h"
 #include "tests/fakes/FakeHostStatistics.h"
+#include "tests/fakes/FakeLoginItem.h"
 #include "tests/fakes/FakeNotificationCenter.h"
 #include "tests/fakes/FakePowerSources.h"
 #include "tests/fakes/FakePreferences.h"
@@ -32,8 +33,9 @@ int main() {
     ManualMainQueue mainQueue;
     FakeRunningApplications applications;
     FakeTrash trash;
+    FakeLoginItem loginItem;
     SystemEngine engine({host, power, volumes, runner, tools, preferences, center, clock, mainQueue, applications,
-                         trash, "/home/anna", 4711});
+                         trash, loginItem, "/home/anna", 4711});
 
     const auto start = std::chrono::steady_clock::now();
     const SystemEngine::CommandResult result =

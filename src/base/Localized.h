@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+
+namespace kestrune {
+
+/// Looks a text up in the user's language. Any thread, once set; the answer lives as long as the program.
+struct Translation {
+    /// english itself where there is no translation of it.
+    const char* (*text)(const char* english) = nullptr;
+
+    /// The form for count; english forms where there is no translation.
+    const char* (*plural)(const char* one, const char* many, unsigned long count) = nullptr;
+};
+
+/// Once, before the first text is shown and before other threads start. Until then everything is English.
+void setTranslation(const Translation& translation);
+
+/// A text of the program in the user's language. english is a literal, so that the tool which collects the texts finds
+/// it; it is its own key. Any thread.
+[[nodiscard]] std::string localized(const char* english);
+
+/// The same with %1 to %9 replaced by arguments, each taken as it stands.
+[[nodiscard]] std::string localized(const char* english, std::initializer_list<std::string> arguments);
+
+/// The form that count takes in the user's language, %1 being replaced by count.
+[[nodiscard]] std::string localizedCount(const char* one, const char* many, std::int64_t count);
+
+}  // namespace kestrune

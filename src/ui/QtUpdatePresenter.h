@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/UpdatePresenter.h"
+
+namespace kestrune {
+
+class UpdateWindow;
+
+/// Shows updates in a window of our own, which is made when it is first needed. Main thread.
+class QtUpdatePresenter final : public UpdatePresenter {
+public:
+    /// prepare makes the interface ready; called before the window is made.
+    explicit QtUpdatePresenter(std::function<void()> prepare);
+    ~QtUpdatePresenter() override;
+
+    void showChecking(std::function<void()> cancel) override;
+    void showUpdate(const UpdateItem& item, const std::string& runningVersion,
+                    std::function<void(UpdateChoice)> answer) override;
+    void showDownload(const UpdateItem& item, std::function<void()> cancel) override;
+    void setDownloaded(std::int64_t bytes, std::int64_t total) override;
+    void showInstalling(const UpdateItem& item) override;
+    void showOutcome(const std::string& title, const std::string& text) override;
+    void showReadyToRelaunch(const UpdateItem& item, std::function<void()> relaunch) override;
+    void bringToFront() override;
+    void close() override;
+
+    /// The window, or null while there is none on the screen.
+    [[nodiscard]] UpdateWindow* window() const;
+
+private:
+    std::function<void()> m_prepare;
+    std::unique_ptr<UpdateWindow> m_window;
+};
+
+}  // namespace kestrune

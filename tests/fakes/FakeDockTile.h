@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/DockTile.h"
+
+namespace kestrune {
+
+/// A dock that tells what it shows.
+class FakeDockTile final : public DockTile {
+public:
+    void setActivationPolicy(ActivationPolicy newPolicy) override { policy = newPolicy; }
+
+    void setBadgeLabel(const std::string& label) override { badge = label; }
+
+    ActivationPolicy policy = ActivationPolicy::accessory;
+    std::string badge;
+};
+
+}  // namespace kestrune
