@@ -220,9 +220,9 @@ TEST_F(LinuxRunningApplicationsTest, programIsNamedByTheEntryThatStartsIt) {
 
 TEST_F(LinuxRunningApplicationsTest, programKeepsTheNamesItsWindowsHad) {
     addProcess(100, 7);
+    EXPECT_THAT(applications->namesOfProgram("/opt/tool100"), IsEmpty());
     addEntry("org.example.Paint", "Name=Paint\nExec=paint\n");
     addEntry("org.example.Tool", "Name=Tool\nExec=tool100\n");
-    EXPECT_THAT(applications->namesOfProgram("/opt/tool100"), IsEmpty());
     first.applications = {sourced(100, "org.example.Paint")};
     EXPECT_THAT(names(), ElementsAre("100 Paint"));
     first.applications = {};

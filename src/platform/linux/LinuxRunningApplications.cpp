@@ -42,7 +42,19 @@ std::optional<LinuxPinnedProcess> pinned(const RunningApplication& application) 
 
 LinuxRunningApplications::LinuxRunningApplications(std::vector<std::unique_ptr<ApplicationSource>> sources,
                                                    DesktopApplications installed, std::string procRoot)
-    : m_sources(std::move(sources)), m_installed(std::move(installed)), m_procRoot(std::move(procRoot)) {
+    : m_sources(std::move(sources)),
+      m_installed(std::move(installed)),
+      m_procRoot(std::move(procRoot)),
+      // Reading hundreds of desktop entries takes longer than anything else of a start, and only the first list of
+      // applications needs them.
+      m_firstReading(std::async(std::launch::async, [this] { static_cast<void>(m_installed.refresh()); })) {
+}
+
+DesktopApplications& LinuxRunningApplications::installed() {
+    if (m_firstReading.valid()) {
+        m_firstReading.get();
+    }
+    return m_installed;
 }
 
 std::vector<RunningApplication> LinuxRunningApplications::runningApplications() {
@@ -77,7 +89,7 @@ std::optional<RunningApplication> LinuxRunningApplications::application(std::int
 }
 
 std::string LinuxRunningApplications::iconOf(const RunningApplication& application) {
-    return m_installed.pictureOf(application.iconNames);
+    return installed().pictureOf(application.iconNames);
 }
 
 std::vector<std::string> LinuxRunningApplications::namesOfProgram(const std::string& executable) {
@@ -90,7 +102,7 @@ std::vector<std::string> LinuxRunningApplications::namesOfProgram(const std::str
         if (const auto shown = m_shownNames.find(executable); shown != m_shownNames.end()) {
             names = shown->second;
         }
-        names.insert(m_installed.nameOfProgram(executable));
+        names.insert(installed().nameOfProgram(executable));
         names.erase("");
     }
     if (m_programNames.size() >= mostPrograms) {
@@ -151,7 +163,7 @@ bool LinuxRunningApplications::forceTerminate(const RunningApplication& applicat
 }
 
 MergedApplications LinuxRunningApplications::ask() {
-    if (m_installed.refresh()) {
+    if (installed().refresh()) {
         m_known.clear();
         m_programNames.clear();
     }
@@ -185,10 +197,10 @@ std::optional<RunningApplication> LinuxRunningApplications::described(const Sour
     return m_known.insert_or_assign(application.pid, std::move(now)).first->second.application;
 }
 
-RunningApplication LinuxRunningApplications::lookUp(const Known& known) const {
+RunningApplication LinuxRunningApplications::lookUp(const Known& known) {
     const std::int32_t pid = known.sourced.pid;
     const std::string path = std::string(m_procRoot).append("/").append(std::to_string(pid));
-    const ApplicationIdentity identity = m_installed.identityOf(known.sourced, readProcessFacts(path));
+    const ApplicationIdentity identity = installed().identityOf(known.sourced, readProcessFacts(path));
     return {.processIdentifier = pid,
             .startTime = known.startTime,
             .executable = known.command,

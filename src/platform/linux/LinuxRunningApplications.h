@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <future>
 #include <map>
 #include <memory>
 #include <optional>
@@ -45,9 +46,11 @@ private:
         std::optional<RunningApplication> application;
     };
 
+    /// Everything asks through this: the first reading may still be under way.
+    [[nodiscard]] DesktopApplications& installed();
     [[nodiscard]] MergedApplications ask();
     [[nodiscard]] std::optional<RunningApplication> described(const SourcedApplication& application);
-    [[nodiscard]] RunningApplication lookUp(const Known& known) const;
+    [[nodiscard]] RunningApplication lookUp(const Known& known);
     void rememberName(const RunningApplication& application);
     [[nodiscard]] std::optional<RunningApplication> describedWithProcess(std::int32_t pid);
     void tellActivation(std::int32_t pid);
@@ -60,6 +63,7 @@ private:
     std::map<std::string, std::vector<std::string>> m_programNames;  ///< what namesOfProgram() answered
     ActivationHandler m_handler;
     std::pair<std::int32_t, std::uint64_t> m_lastActivated;  ///< pid and start time
+    std::future<void> m_firstReading;  ///< last, so that it is waited for first: it works on m_installed
 };
 
 }  // namespace kestrune
