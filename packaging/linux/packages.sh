@@ -2,7 +2,7 @@
 # shellcheck shell=bash disable=SC2034
 
 build=(
-  ca-certificates ccache cmake g++ git ninja-build
+  ca-certificates ccache cmake g++ gettext git ninja-build
   libxcb1-dev libxcb-res0-dev nlohmann-json3-dev pkgconf qt6-base-dev qt6-svg-dev
 )
 

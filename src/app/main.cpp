@@ -3,6 +3,9 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 #include <algorithm>
 #include <csignal>
@@ -11,6 +14,8 @@
 
 #include "app/Application.h"
 #include "app/StatusMenuModel.h"
+#include "base/Localized.h"
+#include "platform/linux/LinuxTranslation.h"
 
 namespace {
 
@@ -43,6 +48,17 @@ void printMenu() {
     }
 }
 
+/// The toolkit's own texts and the side that lines begin on, in the program's language.
+void translateToolkit(const std::string& language) {
+    static QTranslator toolkitTexts;
+    if (toolkitTexts.load(QLocale(QString::fromStdString(language)), QStringLiteral("qtbase"), QStringLiteral("_"),
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QApplication::installTranslator(&toolkitTexts);
+    }
+    // Translators: "RTL" where lines of the language begin on the right.
+    QApplication::setLayoutDirection(kestrune::localized("LTR") == "RTL" ? Qt::RightToLeft : Qt::LeftToRight);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -53,6 +69,7 @@ int main(int argc, char** argv) {
     // A mask that takes the owner's own rights would leave a Trash and settings behind that nobody can open.
     // What it takes from others stays: a file manager started from here inherits it.
     umask(umask(0) & ~static_cast<mode_t>(S_IRWXU));
+    const std::string language = kestrune::LinuxTranslation::install(kestrune::LinuxTranslation::installedFolder());
     if (hasArgument(argc, argv, "--dump-menu")) {
         printMenu();
         return 0;
@@ -63,6 +80,9 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("com.torvandelsyn.kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);
     const QApplication toolkit(argc, argv);
+    if (!language.empty()) {
+        translateToolkit(language);
+    }
 
     kestrune::Application application(
         {.updates = {KESTRUNE_FEED_URL, KESTRUNE_FEED_KEY, {}},

@@ -1,7 +1,6 @@
 #include "base/Localized.h"
 
 #include <cstddef>
-#include <string_view>
 
 namespace kestrune {
 
@@ -12,19 +11,11 @@ Translation& current() {
     return translation;
 }
 
-std::string withArguments(std::string_view text, std::initializer_list<std::string> arguments) {
-    std::string filled;
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        const bool isMark = text[place] == '%' && place + 1 < text.size() && text[place + 1] >= '1' &&
-                            static_cast<std::size_t>(text[place + 1] - '0') <= arguments.size();
-        if (isMark) {
-            filled += arguments.begin()[text[place + 1] - '1'];
-            ++place;
-        } else {
-            filled += text[place];
-        }
+const char* countForm(const char* one, const char* many, std::int64_t count) {
+    if (current().plural != nullptr) {
+        return current().plural(one, many, static_cast<unsigned long>(count));
     }
-    return filled;
+    return count == 1 ? one : many;
 }
 
 }  // namespace
@@ -39,15 +30,31 @@ std::string localized(const char* english) {
 }
 
 std::string localized(const char* english, std::initializer_list<std::string> arguments) {
-    return withArguments(localized(english), arguments);
+    return withArguments(localized(english), {arguments.begin(), arguments.size()});
 }
 
 std::string localizedCount(const char* one, const char* many, std::int64_t count) {
-    const char* form = count == 1 ? one : many;
-    if (current().plural != nullptr) {
-        form = current().plural(one, many, static_cast<unsigned long>(count));
+    return localizedCount(one, many, count, {std::to_string(count)});
+}
+
+std::string localizedCount(const char* one, const char* many, std::int64_t count,
+                           std::initializer_list<std::string> arguments) {
+    return withArguments(countForm(one, many, count), {arguments.begin(), arguments.size()});
+}
+
+std::string withArguments(std::string_view text, std::span<const std::string> arguments) {
+    std::string filled;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const bool isMark = text[place] == '%' && place + 1 < text.size() && text[place + 1] >= '1' &&
+                            static_cast<std::size_t>(text[place + 1] - '0') <= arguments.size();
+        if (isMark) {
+            filled += arguments[static_cast<std::size_t>(text[place + 1] - '1')];
+            ++place;
+        } else {
+            filled += text[place];
+        }
     }
-    return withArguments(form, {std::to_string(count)});
+    return filled;
 }
 
 }  // namespace kestrune

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kestrune {
+
+/// The user's language, from the environment, and the program's catalogue for it, through GNU gettext.
+namespace LinuxTranslation {
+
+/// The environment variables that say which language the user reads; empty where not set.
+struct Environment {
+    std::string languages;       // LANGUAGE: by preference, separated by ":"
+    std::string allCategories;   // LC_ALL
+    std::string messages;        // LC_MESSAGES
+    std::string everythingElse;  // LANG
+
+    /// The name of the locale for texts; empty when none is set.
+    [[nodiscard]] const std::string& locale() const;
+};
+
+/// The catalogue to use, such as "de" or "pt_BR"; empty for the English that the program is written in. LANGUAGE also
+/// counts where no locale is set at all, but not in the locales "C" and "POSIX", which ask for untranslated texts.
+[[nodiscard]] std::string catalogue(const Environment& environment,
+                                    const std::function<bool(const std::string& name)>& exists);
+
+/// Has every later text of the program in the user's language where folder (".../share/locale") holds a catalogue for
+/// it. Answers the catalogue in use; empty for English. Once, before other threads start: it may set LANGUAGE.
+std::string install(const std::string& folder);
+
+/// The catalogues that belong to the program that runs: "../share/locale" from its own folder.
+[[nodiscard]] std::string installedFolder();
+
+}  // namespace LinuxTranslation
+
+}  // namespace kestrune
