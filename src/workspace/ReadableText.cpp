@@ -1,10 +1,9 @@
 #include "workspace/ReadableText.h"
 
 #include <algorithm>
-#include <array>
-#include <span>
 #include <vector>
 
+#include "base/CharacterKind.h"
 #include "base/Text.h"
 #include "workspace/StorageListing.h"
 
@@ -16,61 +15,6 @@ constexpr std::size_t nameLimit = 200;
 constexpr std::size_t pathLimit = 300;
 constexpr std::string_view ellipsis = "…";
 constexpr std::string_view replacement = "\uFFFD";
-
-/// Code points from first to last.
-struct Range {
-    char32_t first;
-    char32_t last;
-};
-
-using Ranges = std::span<const Range>;
-
-// C1 controls, the separators and marks of UAX #9 that break a line or turn the direction of what follows, and whatever
-// Unicode calls default ignorable: none of them shows, and some change how their neighbours look.
-constexpr std::array<Range, 18> disturbing{{{0x80, 0x9F},
-                                            {0xAD, 0xAD},
-                                            {0x34F, 0x34F},
-                                            {0x61C, 0x61C},
-                                            {0x115F, 0x1160},
-                                            {0x17B4, 0x17B5},
-                                            {0x180B, 0x180F},
-                                            {0x200B, 0x200F},
-                                            {0x2028, 0x202E},
-                                            {0x2060, 0x206F},
-                                            {0x3164, 0x3164},
-                                            {0xFE00, 0xFE0F},
-                                            {0xFEFF, 0xFEFF},
-                                            {0xFFA0, 0xFFA0},
-                                            {0xFFF0, 0xFFFB},
-                                            {0x1BCA0, 0x1BCA3},
-                                            {0x1D173, 0x1D17A},
-                                            {0xE0000, 0xE0FFF}}};
-
-// White space outside of ASCII, and the Braille pattern without dots.
-constexpr std::array<Range, 7> blank{{{0xA0, 0xA0},
-                                      {0x1680, 0x1680},
-                                      {0x2000, 0x200A},
-                                      {0x202F, 0x202F},
-                                      {0x205F, 0x205F},
-                                      {0x2800, 0x2800},
-                                      {0x3000, 0x3000}}};
-
-bool isAmong(Ranges ranges, std::string_view character) {
-    const char32_t point = codePoint(character);
-    return std::any_of(ranges.begin(), ranges.end(),
-                       [point](const Range& range) { return range.first <= point && point <= range.last; });
-}
-
-bool isDisturbing(std::string_view character) {
-    return isAmong(disturbing, character);
-}
-
-bool leavesAMark(std::string_view character) {
-    if (character.size() > 1) {
-        return !isDisturbing(character) && !isAmong(blank, character);
-    }
-    return character.front() > ' ' && character.front() < '\x7F';
-}
 
 std::vector<std::string_view> characters(std::string_view text) {
     std::vector<std::string_view> result;
