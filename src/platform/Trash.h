@@ -67,6 +67,7 @@ enum class PutBackFailure {
 struct PutBackError {
     PutBackFailure failure = PutBackFailure::system;
     std::string message;  ///< one sentence for failure == system, else empty
+    std::string path;     ///< what is in the way, or the folder that is gone or on another disk; else empty
 
     bool operator==(const PutBackError&) const = default;
 };

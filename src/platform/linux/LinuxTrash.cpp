@@ -2,8 +2,12 @@
 
 #include <unistd.h>
 
+#include "base/Text.h"
 #include "platform/linux/LinuxMountTable.h"
 #include "platform/linux/LinuxPinnedItem.h"
+#include "platform/linux/LinuxPutBackItem.h"
+#include "platform/linux/LinuxPutBackMove.h"
+#include "platform/linux/LinuxPutBackPlace.h"
 #include "platform/linux/LinuxTrashContent.h"
 #include "platform/linux/LinuxTrashError.h"
 #include "platform/linux/LinuxTrashFolder.h"
@@ -19,6 +23,30 @@ bool mayMove(const LinuxPinnedItem& item, const std::optional<FileIdentity>& exp
     const bool asExpected = !expected || *expected == item.status.identity;
     return rightKind && !isMount && asExpected && item.status.owner == ::geteuid();
 }
+
+/// What a move back from the Trash needs, or why there is none.
+struct PutBack {
+    PutBack(const std::string& givenHome, const std::string& dataHome, const std::string& location)
+        : home(standardizedPath(givenHome)), error(find(dataHome, location)) {}
+
+    std::string home;
+    LinuxMountTable mounts;
+    LinuxPutBackItem item;
+    LinuxPutBackPlace place;
+    std::optional<PutBackError> error;
+
+private:
+    std::optional<PutBackError> find(const std::string& dataHome, const std::string& location) {
+        const auto now = mounts.mounts();
+        if (!now.ok()) {
+            return putBackSystemError(now.error());
+        }
+        if (auto failure = LinuxPutBackFinder(home, dataHome, now.value()).pin(location, item)) {
+            return failure;
+        }
+        return openPutBackPlace(home, item.originalPath, place);
+    }
+};
 
 }  // namespace
 
@@ -62,13 +90,23 @@ Result<TrashedItem, TrashError> LinuxTrash::moveToTrash(const TrashRequest& requ
     return LinuxTrashMove(item, trash, table).run();
 }
 
-Result<PutBackPlan, PutBackError> LinuxTrash::planPutBack(const std::string& /*home*/,
-                                                          const std::string& /*location*/) {
-    return PutBackError{PutBackFailure::missing, {}};
+Result<PutBackPlan, PutBackError> LinuxTrash::planPutBack(const std::string& home, const std::string& location) {
+    const PutBack look(home, m_dataHome, location);
+    if (look.error) {
+        return *look.error;
+    }
+    return PutBackPlan{location, look.item.originalPath, look.item.status.identity};
 }
 
-Result<std::string, PutBackError> LinuxTrash::putBack(const std::string& /*home*/, const PutBackPlan& /*plan*/) {
-    return PutBackError{PutBackFailure::missing, {}};
+Result<std::string, PutBackError> LinuxTrash::putBack(const std::string& home, const PutBackPlan& plan) {
+    const PutBack look(home, m_dataHome, plan.location);
+    if (look.error) {
+        return *look.error;
+    }
+    if (look.item.status.identity != plan.item || look.item.originalPath != plan.originalPath) {
+        return PutBackError{PutBackFailure::changed, {}, {}};
+    }
+    return LinuxPutBackMove(look.home, look.item, look.place, look.mounts).run();
 }
 
 }  // namespace kestrune

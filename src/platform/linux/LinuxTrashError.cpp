@@ -6,6 +6,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "base/Localized.h"
+
 namespace kestrune {
 
 namespace {
@@ -68,10 +70,30 @@ std::string_view nextStepOf(TrashProblem problem) {
     return {};
 }
 
-TrashError worded(std::string_view cause, std::string_view next) {
-    std::string message = "Couldn't move this item to the Trash: ";
-    message.append(cause).append(". ").append(next);
-    return {TrashFailure::system, std::move(message)};
+std::string reasonOf(std::string_view cause, std::string_view next) {
+    return std::string(cause).append(". ").append(next);
+}
+
+std::string reasonOf(int errorNumber) {
+    const auto known = std::find_if(advices.begin(), advices.end(),
+                                    [errorNumber](const Advice& advice) { return advice.errorNumber == errorNumber; });
+    if (known != advices.end()) {
+        return reasonOf(known->cause, known->next);
+    }
+    const char* description = ::strerrordesc_np(errorNumber);
+    return reasonOf(description == nullptr ? "Unknown error" : description, tryAgain);
+}
+
+std::string reasonOf(TrashProblem problem) {
+    return reasonOf(causeOf(problem), nextStepOf(problem));
+}
+
+TrashError notMoved(const std::string& reason) {
+    return {TrashFailure::system, "Couldn't move this item to the Trash: " + reason};
+}
+
+PutBackError notPutBack(const std::string& reason) {
+    return {PutBackFailure::system, localized("Couldn't put this item back: %1", {reason}), {}};
 }
 
 }  // namespace
@@ -85,17 +107,11 @@ TrashError itemMissing() {
 }
 
 TrashError trashSystemError(int errorNumber) {
-    const auto known = std::find_if(advices.begin(), advices.end(),
-                                    [errorNumber](const Advice& advice) { return advice.errorNumber == errorNumber; });
-    if (known != advices.end()) {
-        return worded(known->cause, known->next);
-    }
-    const char* description = ::strerrordesc_np(errorNumber);
-    return worded(description == nullptr ? "Unknown error" : description, tryAgain);
+    return notMoved(reasonOf(errorNumber));
 }
 
 TrashError trashProblem(TrashProblem problem) {
-    return worded(causeOf(problem), nextStepOf(problem));
+    return notMoved(reasonOf(problem));
 }
 
 TrashError leftInTrash(const TrashError& cause) {
@@ -105,6 +121,23 @@ TrashError leftInTrash(const TrashError& cause) {
         message += " " + cause.message;
     }
     return {TrashFailure::system, std::move(message)};
+}
+
+PutBackError putBackSystemError(int errorNumber) {
+    return notPutBack(reasonOf(errorNumber));
+}
+
+PutBackError putBackFromUnsafeTrash() {
+    return notPutBack(reasonOf(TrashProblem::unsafeTrash));
+}
+
+PutBackError leftHalfWay(const PutBackError& cause) {
+    std::string message = localized(
+        "This move couldn't be confirmed or undone. Look for the item in the Trash and in the folder it came from.");
+    if (!cause.message.empty()) {
+        message += " " + cause.message;
+    }
+    return {PutBackFailure::system, std::move(message), {}};
 }
 
 }  // namespace kestrune

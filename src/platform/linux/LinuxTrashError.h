@@ -24,4 +24,13 @@ enum class TrashProblem {
 /// cause, for an item that lies in the Trash with its restore record and could not be put back.
 [[nodiscard]] TrashError leftInTrash(const TrashError& cause);
 
+/// The same for an item on its way back from the Trash.
+[[nodiscard]] PutBackError putBackSystemError(int errorNumber);
+
+/// For a Trash that a move to it would refuse as well.
+[[nodiscard]] PutBackError putBackFromUnsafeTrash();
+
+/// cause, for an item that may lie in the Trash or where it came from, because a move back could not be undone.
+[[nodiscard]] PutBackError leftHalfWay(const PutBackError& cause);
+
 }  // namespace kestrune

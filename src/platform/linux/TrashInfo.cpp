@@ -1,12 +1,16 @@
 #include "platform/linux/TrashInfo.h"
 
 #include <array>
+#include <vector>
+
+#include "base/Text.h"
 
 namespace kestrune {
 
 namespace {
 
-constexpr std::string_view header = "[Trash Info]\nPath=";
+constexpr std::string_view firstLine = "[Trash Info]";
+constexpr std::string_view pathKey = "Path=";
 constexpr std::string_view dateKey = "\nDeletionDate=";
 constexpr std::size_t dateLength = std::string_view("2026-01-31T23:59:59").size();
 
@@ -14,6 +18,49 @@ bool staysPlain(unsigned char byte) {
     const bool letter = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
     const bool digit = byte >= '0' && byte <= '9';
     return letter || digit || std::string_view("-._~/").find(static_cast<char>(byte)) != std::string_view::npos;
+}
+
+std::string recordUpTo(std::string_view originalPath) {
+    std::string text(firstLine);
+    text += '\n';
+    text += pathKey;
+    text += percentEncoded(originalPath);
+    text += dateKey;
+    return text;
+}
+
+std::optional<unsigned char> hexDigit(char digit) {
+    if (digit >= '0' && digit <= '9') {
+        return static_cast<unsigned char>(digit - '0');
+    }
+    const char small = static_cast<char>(digit | 0x20);
+    if (small >= 'a' && small <= 'f') {
+        return static_cast<unsigned char>(small - 'a' + 10);
+    }
+    return std::nullopt;
+}
+
+/// Nothing for an escape that is none, for NUL, and for a control character that is not escaped.
+std::optional<std::string> percentDecoded(std::string_view text) {
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            const auto byte = static_cast<unsigned char>(text[i]);
+            if (byte < ' ' || byte == 0x7FU) {
+                return std::nullopt;
+            }
+            bytes.push_back(text[i]);
+            continue;
+        }
+        const auto high = i + 2 < text.size() ? hexDigit(text[i + 1]) : std::nullopt;
+        const auto low = high ? hexDigit(text[i + 2]) : std::nullopt;
+        if (!low || (*high == 0 && *low == 0)) {
+            return std::nullopt;
+        }
+        bytes.push_back(static_cast<char>(*high * 16 + *low));
+        i += 2;
+    }
+    return bytes;
 }
 
 bool continuesCharacter(char byte) {
@@ -55,19 +102,26 @@ std::string percentEncoded(std::string_view bytes) {
 std::string trashInfoText(std::string_view originalPath, const std::tm& deleted) {
     std::array<char, dateLength + 1> date = {};
     const std::size_t length = std::strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &deleted);
-    std::string text(header);
-    text += percentEncoded(originalPath);
-    text += dateKey;
+    std::string text = recordUpTo(originalPath);
     text.append(date.data(), length);
     text += '\n';
     return text;
 }
 
 bool isTrashInfoOf(std::string_view text, std::string_view originalPath) {
-    std::string beginning(header);
-    beginning += percentEncoded(originalPath);
-    beginning += dateKey;
+    const std::string beginning = recordUpTo(originalPath);
     return text.starts_with(beginning) && text.size() == beginning.size() + dateLength + 1 && text.ends_with('\n');
+}
+
+std::optional<std::string> originalPathIn(std::string_view text) {
+    std::vector<std::string> lines = split(text, '\n');
+    // What follows the last line break is no whole line.
+    lines.pop_back();
+    if (lines.empty() || lines.front() != firstLine) {
+        return std::nullopt;
+    }
+    std::erase_if(lines, [](const std::string& line) { return !line.starts_with(pathKey); });
+    return lines.size() == 1 ? percentDecoded(std::string_view(lines.front()).substr(pathKey.size())) : std::nullopt;
 }
 
 std::string trashName(std::string_view leaf, unsigned attempt, std::size_t longestName) {

@@ -1,0 +1,76 @@
+#include "platform/linux/LinuxPutBackPlace.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+
+#include "base/Text.h"
+#include "platform/linux/LinuxTrashError.h"
+
+namespace kestrune {
+
+namespace {
+
+constexpr int pinFolder = O_PATH | O_DIRECTORY;
+
+std::string folderOf(const std::string& path) {
+    const std::size_t end = path.find_last_of('/');
+    return end == 0 ? "/" : path.substr(0, end);
+}
+
+LinuxOpened openBelow(const std::string& home, const std::string& folder) {
+    LinuxOpened opened = openWithoutLinks(AT_FDCWD, home, pinFolder, LinuxReach::anywhere);
+    if (!opened.descriptor || folder == home) {
+        return opened;
+    }
+    const std::string relative = folder.substr(home == "/" ? 1 : home.size() + 1);
+    return openWithoutLinks(opened.descriptor.get(), relative, pinFolder, LinuxReach::below);
+}
+
+PutBackError openingError(int errorNumber, const std::string& folder) {
+    switch (errorNumber) {
+        case ENOENT:
+        case ENOTDIR:
+        case ELOOP:
+        case EXDEV:
+            return {PutBackFailure::noFolder, {}, folder};
+        default:
+            return putBackSystemError(errorNumber);
+    }
+}
+
+}  // namespace
+
+std::optional<FileIdentity> LinuxPutBackPlace::occupant() const {
+    const auto found = statusIn(folder.descriptor.get(), leaf);
+    return found.ok() ? std::optional(found.value().identity) : std::nullopt;
+}
+
+bool LinuxPutBackPlace::isStillBelow(const std::string& home) const {
+    const LinuxFolder again = folderFrom(openBelow(home, folderOf(path)));
+    return !again.error && again.status.identity == folder.status.identity;
+}
+
+std::optional<PutBackError> openPutBackPlace(const std::string& home, const std::string& path,
+                                             LinuxPutBackPlace& place) {
+    place.path = path;
+    place.leaf = lastPathComponent(path);
+    const std::string above = folderOf(path);
+    LinuxOpened opened = openBelow(home, above);
+    if (!opened.descriptor) {
+        return openingError(opened.error, above);
+    }
+    const auto status = statusOf(opened.descriptor.get());
+    if (!status.ok()) {
+        return putBackSystemError(status.error());
+    }
+    place.folder.descriptor = std::move(opened.descriptor);
+    place.folder.status = status.value();
+    const auto occupant = statusIn(place.folder.descriptor.get(), place.leaf);
+    if (occupant.ok()) {
+        return PutBackError{PutBackFailure::inTheWay, {}, path};
+    }
+    return occupant.error() == ENOENT ? std::nullopt : std::optional(putBackSystemError(occupant.error()));
+}
+
+}  // namespace kestrune
