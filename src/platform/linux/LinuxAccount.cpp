@@ -58,6 +58,15 @@ std::string executablePath() {
     return resolved ? resolved.get() : std::string();
 }
 
+std::string startedFile() {
+    std::string executable = executablePath();
+    std::string image = absoluteVariable("APPIMAGE");
+    const std::string mount = absoluteVariable("APPDIR");
+    const bool isInImage =
+        !image.empty() && !mount.empty() && executable.starts_with(LinuxFileQueries().resolvingLinks(mount) + "/");
+    return isInImage ? image : executable;
+}
+
 std::optional<std::string> dataHome() {
     const std::string path = absoluteVariable("XDG_DATA_HOME");
     return path.empty() ? std::nullopt : std::optional(LinuxFileQueries().resolvingLinks(path));

@@ -19,6 +19,10 @@ namespace kestrune::LinuxAccount {
 /// from one.
 [[nodiscard]] std::string executablePath();
 
+/// The file that starts this program the next time: the AppImage it runs from, else its executable. An AppImage that
+/// only started this program does not count.
+[[nodiscard]] std::string startedFile();
+
 /// XDG_DATA_HOME when it is set to an absolute path. Links are resolved once, as those of the home are: a home that is
 /// reached through one must not cost the user its Trash, which refuses every link on the way.
 [[nodiscard]] std::optional<std::string> dataHome();

@@ -1,14 +1,174 @@
 #include "platform/linux/LinuxLinkOpener.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusUnixFileDescriptor>
+#include <QObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <algorithm>
+#include <array>
+#include <cctype>
 #include <utility>
+
+#include "base/Text.h"
+#include "platform/SystemTools.h"
+#include "platform/linux/LinuxAccount.h"
+#include "platform/linux/LinuxFileDescriptor.h"
+#include "platform/linux/LinuxFileViewer.h"
 
 namespace kestrune {
 
-LinuxLinkOpener::LinuxLinkOpener(std::string helpFolder) : m_helpFolder(std::move(helpFolder)) {
+namespace {
+
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+
+// What was set for this program alone: by the runtime of an AppImage, whose libraries fit no other program, and by
+// whoever started it.
+constexpr std::array ownVariables{"APPDIR",
+                                  "APPIMAGE",
+                                  "ARGV0",
+                                  "OWD",
+                                  "LD_LIBRARY_PATH",
+                                  "LD_PRELOAD",
+                                  "QT_PLUGIN_PATH",
+                                  "QT_QPA_PLATFORM_PLUGIN_PATH",
+                                  "XDG_ACTIVATION_TOKEN",
+                                  "DESKTOP_STARTUP_ID"};
+
+bool isWebAddress(const std::string& address) {
+    constexpr std::string_view scheme = "https://";
+    return address.starts_with(scheme) && address.size() > scheme.size() &&
+           std::all_of(address.begin(), address.end(), [](char c) { return c > ' ' && c != '\x7f'; });
 }
 
+bool isPageName(const std::string& name) {
+    return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-';
+    });
+}
+
+bool isRegularFile(const std::string& path) {
+    struct stat status {};
+
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+QDBusMessage portalCall(const QString& method) {
+    QDBusMessage message = QDBusMessage::createMethodCall(portal, QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                          QStringLiteral("org.freedesktop.portal.OpenURI"), method);
+    message << QString();  // no window that a question of the desktop would belong to
+    return message;
+}
+
+std::vector<ToolCommand> programsFor(const std::string& folder, const std::string& uri) {
+    return {{folder + "/xdg-open", {uri}}, {folder + "/gio", {"open", uri}}};
+}
+
+bool isThere(const ToolCommand& program) {
+    return ::access(program.executable.c_str(), X_OK) == 0;
+}
+
+QProcessEnvironment environmentForOthers() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* const name : ownVariables) {
+        environment.remove(QString::fromLatin1(name));
+    }
+    return environment;
+}
+
+LinuxLinkOpener::Desktop standardDesktop() {
+    std::vector<std::string> folders;
+    for (const std::string& folder : split(LinuxAccount::variable("XDG_DATA_DIRS"), ':')) {
+        folders.push_back(folder);
+    }
+    folders.insert(folders.end(), {LinuxAccount::absoluteVariable("XDG_DATA_HOME"),
+                                   LinuxAccount::homeDirectory() + "/.local/share", "/usr/local/share", "/usr/share"});
+    std::erase_if(folders, [](const std::string& folder) { return !folder.starts_with('/'); });
+    return {std::move(folders)};
+}
+
+}  // namespace
+
+LinuxLinkOpener::LinuxLinkOpener(std::string helpFolder) : LinuxLinkOpener(std::move(helpFolder), standardDesktop()) {
+}
+
+LinuxLinkOpener::LinuxLinkOpener(std::string helpFolder, Desktop desktop)
+    : m_helpFolder(std::move(helpFolder)), m_desktop(std::move(desktop)), m_context(std::make_unique<QObject>()) {
+}
+
+LinuxLinkOpener::~LinuxLinkOpener() = default;
+
 bool LinuxLinkOpener::open(const std::string& address) {
-    return address.starts_with(m_helpFolder);
+    if (isWebAddress(address)) {
+        QDBusMessage message = portalCall(QStringLiteral("OpenURI"));
+        message << QString::fromStdString(address) << QVariantMap();
+        return askPortal(message, address);
+    }
+    const std::optional<std::string> file = pageFile(address);
+    if (!file) {
+        return false;
+    }
+    // The portal takes files as descriptors.
+    const LinuxFileDescriptor page(::open(file->c_str(), O_RDONLY | O_CLOEXEC));
+    QDBusMessage message = portalCall(QStringLiteral("OpenFile"));
+    message << QVariant::fromValue(QDBusUnixFileDescriptor(page.get())) << QVariantMap();
+    return page && askPortal(message, LinuxFileViewer::fileUri(*file));
+}
+
+std::optional<std::string> LinuxLinkOpener::pageFile(const std::string& name) const {
+    const std::string path = standardizedPath(m_helpFolder + "/" + name + ".html");
+    return isPageName(name) && isRegularFile(path) ? std::optional(path) : std::nullopt;
+}
+
+bool LinuxLinkOpener::hasPortal() const {
+    const std::string service = "/dbus-1/services/" + portal.toStdString() + ".service";
+    return std::any_of(m_desktop.dataFolders.begin(), m_desktop.dataFolders.end(),
+                       [&service](const std::string& folder) { return isRegularFile(folder + service); }) &&
+           QDBusConnection::sessionBus().isConnected();
+}
+
+bool LinuxLinkOpener::askPortal(const QDBusMessage& message, const std::string& uri) {
+    if (!hasPortal()) {
+        return startProgram(uri);
+    }
+    auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), m_context.get());
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher, uri] {
+        watcher->deleteLater();
+        if (watcher->isError()) {
+            startProgram(uri);
+        }
+    });
+    return true;
+}
+
+bool LinuxLinkOpener::startProgram(const std::string& uri) const {
+    const std::vector<ToolCommand> programs = programsFor(m_desktop.programs, uri);
+    const auto program = std::find_if(programs.begin(), programs.end(), isThere);
+    if (program == programs.end()) {
+        return false;
+    }
+    QStringList arguments;
+    for (const std::string& argument : program->arguments) {
+        arguments << QString::fromStdString(argument);
+    }
+    QProcess process;
+    process.setProgram(QString::fromStdString(program->executable));
+    process.setArguments(arguments);
+    process.setProcessEnvironment(environmentForOthers());
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    return process.startDetached();
 }
 
 }  // namespace kestrune

@@ -110,8 +110,8 @@ PlatformServices makePlatformServices() {
     const std::string executable = LinuxAccount::executablePath();
     const std::string folder = executable.substr(0, executable.rfind('/') + 1);
     services.linkOpener = std::make_unique<LinuxLinkOpener>(folder + "../share/kestrune/help");
-    services.loginItem =
-        std::make_unique<LinuxLoginItem>(configHome(services.homeDirectory), executable, *services.fileStore);
+    services.loginItem = std::make_unique<LinuxLoginItem>(configHome(services.homeDirectory),
+                                                          LinuxAccount::startedFile(), *services.fileStore);
     services.dockTile = std::make_unique<LinuxDockTile>();
     services.updateFetcher = std::make_unique<LinuxUpdateFetcher>(
         folder + "kestrune-fetch", cacheHome(services.homeDirectory) + "/kestrune/updates");
