@@ -3,7 +3,7 @@
 
 build=(
   ca-certificates ccache cmake g++ gettext git ninja-build
-  libxcb1-dev libxcb-res0-dev nlohmann-json3-dev pkgconf qt6-base-dev qt6-svg-dev
+  libsodium-dev libxcb1-dev libxcb-res0-dev nlohmann-json3-dev pkgconf qt6-base-dev qt6-svg-dev
 )
 
 run=(
@@ -20,10 +20,13 @@ desktop=(
 
 # Tools that the tests compare with, more applications to end, and what the tests are built with.
 test=(
-  iproute2 lsof python3-pytest trash-cli util-linux
+  iproute2 lsof openssl python3-pytest trash-cli util-linux
   featherpad sway xterm
   clang-format libbenchmark-dev libgmock-dev libgtest-dev
 )
+
+# What makes a Debian package of it.
+package=(dpkg-dev)
 
 deep=(clang-tidy mount pkexec polkitd strace)
 
