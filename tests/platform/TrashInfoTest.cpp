@@ -83,5 +83,33 @@ TEST(TrashInfo, aFileSystemWithShorterNamesGetsShorterNames) {
     EXPECT_EQ(trashName(std::string(143, 'x'), 0, 143), std::string(133, 'x'));
 }
 
+TEST(TrashInfo, everyByteOfAPathComesBackFromItsRecord) {
+    std::string path = "/h/";
+    for (int byte = 1; byte < 256; ++byte) {
+        path.push_back(static_cast<char>(byte));
+    }
+    EXPECT_EQ(originalPathIn(trashInfoText(path, someDay())), path);
+    EXPECT_EQ(originalPathIn("[Trash Info]\nPath=/h/%c3%A9\n"), "/h/\xC3\xA9");
+}
+
+TEST(TrashInfo, aCutRecordNamesNoPathUntilItsLineIsWhole) {
+    const std::string text = trashInfoText("/h/a b", someDay());
+    const std::size_t whole = text.find("\nDeletionDate") + 1;
+    for (std::size_t length = 0; length <= text.size(); ++length) {
+        EXPECT_EQ(originalPathIn(text.substr(0, length)).has_value(), length >= whole) << length;
+    }
+}
+
+TEST(TrashInfo, whatIsNoEscapeAndWhatShouldHaveBeenOneNamesNoPath) {
+    for (const char* path :
+         {"/h/%", "/h/%4", "/h/%g0", "/h/%0g", "/h/%00", "/h/%-1", "/h/a\tb", "/h/a\x7F", "/h/a\r"}) {
+        EXPECT_EQ(originalPathIn("[Trash Info]\nPath=" + std::string(path) + "\n"), std::nullopt) << path;
+    }
+}
+
+TEST(TrashInfo, twoPathsAreNone) {
+    EXPECT_EQ(originalPathIn("[Trash Info]\nPath=/h/a\nPath=/h/a\n"), std::nullopt);
+}
+
 }  // namespace
 }  // namespace kestrune

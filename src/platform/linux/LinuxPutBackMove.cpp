@@ -40,9 +40,6 @@ LinuxPutBackMove::LinuxPutBackMove(const std::string& home, const LinuxPutBackIt
 }
 
 Result<std::string, PutBackError> LinuxPutBackMove::run() const {
-    if (m_place.folder.status.mountId != m_item.files.status.mountId) {
-        return failure(EXDEV);
-    }
     if (const auto error = rename()) {
         return *error;
     }

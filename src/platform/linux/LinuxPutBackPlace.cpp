@@ -51,7 +51,7 @@ bool LinuxPutBackPlace::isStillBelow(const std::string& home) const {
     return !again.error && again.status.identity == folder.status.identity;
 }
 
-std::optional<PutBackError> openPutBackPlace(const std::string& home, const std::string& path,
+std::optional<PutBackError> openPutBackPlace(const std::string& home, const std::string& path, std::uint64_t mountId,
                                              LinuxPutBackPlace& place) {
     place.path = path;
     place.leaf = lastPathComponent(path);
@@ -66,6 +66,9 @@ std::optional<PutBackError> openPutBackPlace(const std::string& home, const std:
     }
     place.folder.descriptor = std::move(opened.descriptor);
     place.folder.status = status.value();
+    if (place.folder.status.mountId != mountId) {
+        return PutBackError{PutBackFailure::otherDisk, {}, above};
+    }
     const auto occupant = statusIn(place.folder.descriptor.get(), place.leaf);
     if (occupant.ok()) {
         return PutBackError{PutBackFailure::inTheWay, {}, path};

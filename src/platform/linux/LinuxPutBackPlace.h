@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -20,9 +21,10 @@ struct LinuxPutBackPlace {
     [[nodiscard]] bool isStillBelow(const std::string& home) const;
 };
 
-/// Opens the folder that path lies in, from home down and without following a link, and sees that nothing has its name.
-/// The reason when that is not possible. home is absolute, path lies below it, both in standard form. Any thread.
+/// Opens the folder that path lies in, from home down and without following a link, and sees that it lies on the mount
+/// of that number and that nothing has the name yet. The reason when that is not so. home is absolute, path lies below
+/// it, both in standard form. Any thread.
 [[nodiscard]] std::optional<PutBackError> openPutBackPlace(const std::string& home, const std::string& path,
-                                                           LinuxPutBackPlace& place);
+                                                           std::uint64_t mountId, LinuxPutBackPlace& place);
 
 }  // namespace kestrune

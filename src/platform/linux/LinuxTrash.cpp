@@ -44,7 +44,7 @@ private:
         if (auto failure = LinuxPutBackFinder(home, dataHome, now.value()).pin(location, item)) {
             return failure;
         }
-        return openPutBackPlace(home, item.originalPath, place);
+        return openPutBackPlace(home, item.originalPath, item.files.status.mountId, place);
     }
 };
 

@@ -1,0 +1,519 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/linux/LinuxFileDescriptor.h"
+#include "platform/linux/LinuxTrash.h"
+#include "platform/linux/TrashInfo.h"
+#include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/TrashHome.h"
+
+namespace kestrune {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class LinuxTrashPutBack : public TrashHome {
+protected:
+    /// Moves a folder with this content to the Trash and answers where it lies there.
+    std::string trash(const std::string& relativePath, const std::string& content = "mine") {
+        makeFolder(relativePath, content);
+        const auto moved = move(relativePath);
+        EXPECT_TRUE(moved.ok()) << moved.error().message;
+        return moved.ok() ? moved.value().location : std::string();
+    }
+
+    [[nodiscard]] auto plan(const std::string& location) const { return LinuxTrash().planPutBack(home, location); }
+
+    /// The plan of an item that can go back.
+    [[nodiscard]] PutBackPlan goodPlan(const std::string& location) const {
+        const auto planned = plan(location);
+        EXPECT_TRUE(planned.ok()) << static_cast<int>(planned.error().failure) << planned.error().message;
+        return planned.ok() ? planned.value() : PutBackPlan{};
+    }
+
+    [[nodiscard]] auto putBack(const PutBackPlan& confirmed) const { return LinuxTrash().putBack(home, confirmed); }
+
+    void expectNoPlan(const std::string& location, PutBackFailure failure, const std::string& path = {}) const {
+        const auto planned = plan(location);
+        ASSERT_FALSE(planned.ok()) << planned.value().originalPath;
+        expectError(planned.error(), failure, path);
+    }
+
+    void expectNotPutBack(const PutBackPlan& confirmed, PutBackFailure failure, const std::string& path = {}) const {
+        const auto result = putBack(confirmed);
+        ASSERT_FALSE(result.ok()) << result.value();
+        expectError(result.error(), failure, path);
+    }
+
+    static void expectError(const PutBackError& error, PutBackFailure failure, const std::string& path) {
+        EXPECT_EQ(error.failure, failure) << error.message;
+        EXPECT_EQ(error.message.empty(), failure != PutBackFailure::system) << error.message;
+        EXPECT_EQ(error.path, path);
+    }
+
+    void writeRecord(const std::string& text) const { writeFile(trashFolder + "/info/a.trashinfo", text); }
+
+    /// The plan for the item "a" with this record.
+    [[nodiscard]] auto planWithRecord(const std::string& text) const {
+        writeRecord(text);
+        return plan(trashFolder + "/files/a");
+    }
+
+    void expectRefusedRecord(const std::string& text) const {
+        const auto planned = planWithRecord(text);
+        ASSERT_FALSE(planned.ok()) << text << " would go to " << planned.value().originalPath;
+        EXPECT_EQ(planned.error().failure, PutBackFailure::noRecord) << text << planned.error().message;
+    }
+};
+
+TEST_F(LinuxTrashPutBack, aFolderIsBackByteForByteAndItsRecordIsGone) {
+    const std::string location = trash(".cache/npm");
+    const PutBackPlan confirmed = goodPlan(location);
+    EXPECT_EQ(confirmed.location, location);
+    EXPECT_EQ(confirmed.originalPath, home + "/.cache/npm");
+    const auto result = putBack(confirmed);
+    ASSERT_TRUE(result.ok()) << result.error().message;
+    EXPECT_EQ(result.value(), home + "/.cache/npm");
+    EXPECT_EQ(contentOf(home + "/.cache/npm/content"), "mine");
+    EXPECT_EQ(LinuxTrash().identity(home, ".cache/npm"), confirmed.item);
+    EXPECT_FALSE(fs::exists(location));
+    EXPECT_TRUE(fs::is_empty(trashFolder + "/info"));
+}
+
+TEST_F(LinuxTrashPutBack, aRegularFileGoesBack) {
+    writeFile(home + "/log", "lines");
+    ASSERT_TRUE(move("log").ok());
+    ASSERT_TRUE(putBack(goodPlan(trashFolder + "/files/log")).ok());
+    EXPECT_EQ(contentOf(home + "/log"), "lines");
+}
+
+TEST_F(LinuxTrashPutBack, planningChangesNothing) {
+    const std::string location = trash("a");
+    const std::string record = contentOf(trashFolder + "/info/a.trashinfo");
+    const PutBackPlan first = goodPlan(location);
+    EXPECT_EQ(goodPlan(location), first);
+    EXPECT_EQ(contentOf(trashFolder + "/info/a.trashinfo"), record);
+    EXPECT_FALSE(fs::exists(home + "/a"));
+}
+
+TEST_F(LinuxTrashPutBack, strangeNamesComeBackByteForByte) {
+    for (const std::string name : {"with space", "two\nlines", "100%", "%41", "caf\xC3\xA9", "not\xFFutf8", "-rf",
+                                   "a'b\"c", "...", "\\134", "tab\there", "Path=x", ".trashinfo"}) {
+        const std::string location = trash(name, name);
+        const auto result = putBack(goodPlan(location));
+        ASSERT_TRUE(result.ok()) << name << result.error().message;
+        EXPECT_EQ(result.value(), home + "/" + name);
+        EXPECT_EQ(contentOf(home + "/" + name + "/content"), name);
+    }
+    EXPECT_EQ(recordCount(), 0U);
+}
+
+TEST_F(LinuxTrashPutBack, theLongestNamesAndPathsComeBackWhole) {
+    const std::string name(255, 'n');
+    ASSERT_TRUE(putBack(goodPlan(trash(name))).ok());
+    EXPECT_TRUE(fs::exists(home + "/" + name + "/content"));
+    std::string deep;
+    while (deep.size() < 3500) {
+        deep += std::string(200, '\xFF') + "/";
+    }
+    ASSERT_TRUE(putBack(goodPlan(trash(deep + "a"))).ok());
+    EXPECT_TRUE(fs::exists(home + "/" + deep + "a/content"));
+}
+
+TEST_F(LinuxTrashPutBack, aNumberedNameGoesBackToThePlaceItsRecordNames) {
+    trash("a", "first");
+    const std::string location = trash("a", "second");
+    ASSERT_EQ(location, trashFolder + "/files/a.2");
+    ASSERT_TRUE(putBack(goodPlan(location)).ok());
+    EXPECT_EQ(contentOf(home + "/a/content"), "second");
+    EXPECT_EQ(contentOf(trashFolder + "/files/a/content"), "first");
+    EXPECT_TRUE(fs::exists(trashFolder + "/info/a.trashinfo"));
+    EXPECT_EQ(recordCount(), 1U);
+}
+
+TEST_F(LinuxTrashPutBack, whatIsInTheWayStaysAndIsNamed) {
+    const std::string location = trash("a");
+    const PutBackPlan confirmed = goodPlan(location);
+    const std::string place = home + "/a";
+    const auto refuseBoth = [&] {
+        expectNoPlan(location, PutBackFailure::inTheWay, place);
+        expectNotPutBack(confirmed, PutBackFailure::inTheWay, place);
+        EXPECT_EQ(contentOf(location + "/content"), "mine");
+        EXPECT_EQ(recordCount(), 1U);
+    };
+    writeFile(place, "file");
+    refuseBoth();
+    EXPECT_EQ(contentOf(place), "file");
+    fs::remove(place);
+    fs::create_directory(place);
+    refuseBoth();
+    EXPECT_TRUE(fs::is_empty(place));
+    fs::remove(place);
+    fs::create_symlink("/does/not/exist", place);
+    refuseBoth();
+    EXPECT_TRUE(fs::is_symlink(place));
+    fs::remove(place);
+    EXPECT_TRUE(putBack(confirmed).ok());
+}
+
+TEST_F(LinuxTrashPutBack, aMissingFolderIsNamedAndNotMade) {
+    const std::string location = trash("deep/folder/a");
+    const PutBackPlan confirmed = goodPlan(location);
+    fs::remove_all(home + "/deep");
+    expectNoPlan(location, PutBackFailure::noFolder, home + "/deep/folder");
+    expectNotPutBack(confirmed, PutBackFailure::noFolder, home + "/deep/folder");
+    EXPECT_FALSE(fs::exists(home + "/deep"));
+    EXPECT_EQ(contentOf(location + "/content"), "mine");
+    fs::create_directories(home + "/deep/folder");
+    EXPECT_TRUE(putBack(confirmed).ok());
+}
+
+TEST_F(LinuxTrashPutBack, aFolderThatIsALinkOrAFileNowIsNotEntered) {
+    const std::string location = trash("deep/folder/a");
+    const PutBackPlan confirmed = goodPlan(location);
+    fs::create_directories(beside("victim/folder"));
+    for (const std::string replaced : {"/deep", "/deep/folder"}) {
+        fs::rename(home + replaced, beside("away"));
+        fs::create_directory_symlink(beside(replaced == "/deep" ? "victim" : "victim/folder"), home + replaced);
+        expectNoPlan(location, PutBackFailure::noFolder, home + "/deep/folder");
+        expectNotPutBack(confirmed, PutBackFailure::noFolder, home + "/deep/folder");
+        fs::remove(home + replaced);
+        writeFile(home + replaced, "file");
+        expectNotPutBack(confirmed, PutBackFailure::noFolder, home + "/deep/folder");
+        fs::remove(home + replaced);
+        fs::rename(beside("away"), home + replaced);
+    }
+    EXPECT_TRUE(fs::is_empty(beside("victim/folder")));
+    EXPECT_TRUE(putBack(confirmed).ok());
+}
+
+TEST_F(LinuxTrashPutBack, whatWasRestoredOrEmptiedMeanwhileIsMissing) {
+    const std::string location = trash("a");
+    const PutBackPlan confirmed = goodPlan(location);
+    fs::rename(location, home + "/a");
+    expectNoPlan(location, PutBackFailure::missing);
+    expectNotPutBack(confirmed, PutBackFailure::missing);
+    fs::remove_all(trashFolder);
+    expectNoPlan(location, PutBackFailure::missing);
+    EXPECT_EQ(contentOf(home + "/a/content"), "mine");
+}
+
+TEST_F(LinuxTrashPutBack, onlyTheItemThatWasPlannedGoesBack) {
+    const std::string location = trash("a", "confirmed");
+    const PutBackPlan confirmed = goodPlan(location);
+    fs::rename(location, beside("kept"));
+    makeFolder("other", "another");
+    fs::rename(home + "/other", location);
+    expectNotPutBack(confirmed, PutBackFailure::changed);
+    EXPECT_EQ(contentOf(location + "/content"), "another");
+    EXPECT_FALSE(fs::exists(home + "/a"));
+    PutBackPlan born = goodPlan(location);
+    ++born.item.birthNanoseconds;
+    expectNotPutBack(born, PutBackFailure::changed);
+}
+
+TEST_F(LinuxTrashPutBack, aRecordThatNamesAnotherPlaceThanThePlanIsRefused) {
+    const std::string location = trash("a");
+    const PutBackPlan confirmed = goodPlan(location);
+    writeRecord("[Trash Info]\nPath=" + percentEncoded(home + "/elsewhere") + "\n");
+    expectNotPutBack(confirmed, PutBackFailure::changed);
+    EXPECT_TRUE(fs::exists(location));
+    EXPECT_FALSE(fs::exists(home + "/elsewhere"));
+}
+
+TEST_F(LinuxTrashPutBack, withoutARecordNothingGoesBack) {
+    const std::string location = trash("a");
+    fs::remove(trashFolder + "/info/a.trashinfo");
+    expectNoPlan(location, PutBackFailure::noRecord);
+    fs::create_directory(trashFolder + "/info/a.trashinfo");
+    expectNoPlan(location, PutBackFailure::noRecord);
+    fs::remove_all(trashFolder + "/info");
+    expectNoPlan(location, PutBackFailure::noRecord);
+    EXPECT_TRUE(fs::exists(location));
+}
+
+TEST_F(LinuxTrashPutBack, aRecordThatIsALinkOrAFifoIsNotRead) {
+    const std::string location = trash("a");
+    const std::string record = trashFolder + "/info/a.trashinfo";
+    fs::rename(record, beside("record"));
+    fs::create_symlink(beside("record"), record);
+    expectNoPlan(location, PutBackFailure::noRecord);
+    fs::remove(record);
+    ASSERT_EQ(::mkfifo(record.c_str(), S_IRWXU), 0);
+    expectNoPlan(location, PutBackFailure::noRecord);
+}
+
+TEST_F(LinuxTrashPutBack, hostileRecordsNameNoPlace) {
+    trash("a");
+    const std::string key = "[Trash Info]\nPath=";
+    const std::string own = percentEncoded(home);
+    expectRefusedRecord("");
+    expectRefusedRecord("Path=" + own + "/a\n");
+    expectRefusedRecord("\n" + key + own + "/a\n");
+    expectRefusedRecord("[Other]\nPath=" + own + "/a\n");
+    expectRefusedRecord("[Trash Info]\nDeletionDate=2026-01-01T00:00:00\n");
+    expectRefusedRecord(key + own + "/a\nPath=" + own + "/b\n");
+    expectRefusedRecord(key + "\n");
+    expectRefusedRecord(key + "a\n");
+    expectRefusedRecord(key + "/etc/passwd.new\n");
+    expectRefusedRecord(key + own + "\n");
+    expectRefusedRecord(key + own + "/\n");
+    expectRefusedRecord(key + own + "evil/a\n");
+    expectRefusedRecord(key + own + "/x/../../a\n");
+    expectRefusedRecord(key + own + "/x/%2e%2e/%2E%2E/a\n");
+    expectRefusedRecord(key + own + "/./a\n");
+    expectRefusedRecord(key + own + "//a\n");
+    expectRefusedRecord(key + own + "/a/\n");
+    expectRefusedRecord(key + own + "/a%00b\n");
+    expectRefusedRecord(key + own + "/a" + std::string(1, '\0') + "b\n");
+    expectRefusedRecord(key + own + "/a%\n");
+    expectRefusedRecord(key + own + "/a%4\n");
+    expectRefusedRecord(key + own + "/a%zz\n");
+    expectRefusedRecord(key + own + "/a\r\n");
+    expectRefusedRecord(key + own + "/a");
+    expectRefusedRecord(key + own + "/.local/share/Trash/files/b\n");
+    expectRefusedRecord(key + own + "/.local/share/Trash/info/b.trashinfo\n");
+    EXPECT_EQ(contentOf(trashFolder + "/files/a/content"), "mine");
+}
+
+TEST_F(LinuxTrashPutBack, aRecordAsOtherProgramsWriteItNamesItsPlace) {
+    trash("a");
+    const std::string key = "[Trash Info]\nPath=";
+    for (const std::string& text :
+         {key + home + "/b c\n", key + home + "/b%20c\nDeletionDate=2026-01-01T00:00:00\nX-More=Path=/etc\n",
+          "[Trash Info]\nDeletionDate=2026-01-01T00:00:00\nPath=" + home + "/b c\n"}) {
+        const auto planned = planWithRecord(text);
+        ASSERT_TRUE(planned.ok()) << text;
+        EXPECT_EQ(planned.value().originalPath, home + "/b c");
+    }
+}
+
+TEST_F(LinuxTrashPutBack, aRecordOfMoreThan64KiBIsNotReadToItsEnd) {
+    trash("a");
+    const std::string text = "[Trash Info]\nPath=" + home + "/a\n";
+    EXPECT_TRUE(planWithRecord(text + std::string((64U << 10U) - text.size() - 1, 'x') + "\n").ok());
+    expectRefusedRecord(text + std::string((64U << 10U) - text.size(), 'x') + "\n");
+    fs::resize_file(trashFolder + "/info/a.trashinfo", std::uintmax_t{1} << 40U);
+    expectNoPlan(trashFolder + "/files/a", PutBackFailure::noRecord);
+}
+
+TEST_F(LinuxTrashPutBack, aPathLongerThanTheSystemAllowsIsTold) {
+    trash("a");
+    writeRecord("[Trash Info]\nPath=" + home + "/" + std::string(300, 'n') + "\n");
+    const auto planned = plan(trashFolder + "/files/a");
+    ASSERT_FALSE(planned.ok());
+    EXPECT_EQ(planned.error().message,
+              "Couldn't put this item back: Its path is too long. Move it with your file manager instead.");
+}
+
+TEST_F(LinuxTrashPutBack, onlyLocationsInTheUsersTrashAreLookedAt) {
+    trash("a");
+    fs::create_directories(beside("Trash/files/a"));
+    fs::create_directories(beside("Trash/info"));
+    writeFile(beside("Trash/info/a.trashinfo"), "[Trash Info]\nPath=" + home + "/a\n");
+    expectNoPlan(beside("Trash/files/a"), PutBackFailure::changed);
+    fs::create_directory(beside("elsewhere"));
+    fs::rename(beside("Trash"), beside("elsewhere/.Trash-" + std::to_string(::geteuid())));
+    expectNoPlan(beside("elsewhere/.Trash-" + std::to_string(::geteuid()) + "/files/a"), PutBackFailure::changed);
+    makeFolder(".local/share/Trash/files/a/files/content");
+    for (const std::string& location :
+         {std::string(), std::string("a"), std::string("/"), std::string("/files/a"), trashFolder,
+          trashFolder + "/files", trashFolder + "/files/", trashFolder + "/files/a/", trashFolder + "//files/a",
+          trashFolder + "/files/../files/a", trashFolder + "/info/a.trashinfo", trashFolder + "/files/a/content",
+          trashFolder + "/files/a/files/content", trashFolder + "/files/a" + std::string(1, '\0'),
+          trashFolder.substr(1) + "/files/a"}) {
+        expectNoPlan(location, PutBackFailure::changed);
+    }
+    EXPECT_TRUE(plan(trashFolder + "/files/a").ok());
+}
+
+TEST_F(LinuxTrashPutBack, aLocationBehindALinkIsRefused) {
+    const std::string location = trash("a");
+    fs::create_directory_symlink(trashFolder, beside("linked"));
+    expectNoPlan(beside("linked/files/a"), PutBackFailure::changed);
+    fs::rename(trashFolder + "/files", beside("files"));
+    fs::create_directory_symlink(beside("files"), trashFolder + "/files");
+    expectNoPlan(location, PutBackFailure::changed);
+    EXPECT_TRUE(fs::exists(beside("files/a/content")));
+}
+
+TEST_F(LinuxTrashPutBack, aLinkOrAFifoInTheTrashIsNotPutBack) {
+    const std::string location = trash("a");
+    fs::rename(location, beside("kept"));
+    fs::create_directory_symlink(beside("kept"), location);
+    expectNoPlan(location, PutBackFailure::changed);
+    fs::remove(location);
+    ASSERT_EQ(::mkfifo(location.c_str(), S_IRWXU), 0);
+    expectNoPlan(location, PutBackFailure::changed);
+}
+
+TEST_F(LinuxTrashPutBack, theTrashOfAGivenDataFolderIsTheUsersToo) {
+    makeFolder("a");
+    LinuxTrash given(beside("data"));
+    const auto moved = given.moveToTrash({home, "a", {}});
+    ASSERT_TRUE(moved.ok());
+    expectNoPlan(moved.value().location, PutBackFailure::changed);
+    const auto planned = given.planPutBack(home, moved.value().location);
+    ASSERT_TRUE(planned.ok());
+    EXPECT_TRUE(given.putBack(home, planned.value()).ok());
+    EXPECT_EQ(contentOf(home + "/a/content"), "mine");
+}
+
+TEST_F(LinuxTrashPutBack, theUsersOwnLinkedTrashIsFollowedOnce) {
+    fs::create_directories(home + "/.local/share");
+    fs::create_directory(beside("elsewhere"));
+    fs::create_directory_symlink(beside("elsewhere"), trashFolder);
+    const std::string location = trash("a");
+    ASSERT_EQ(location, beside("elsewhere/files/a"));
+    const PutBackPlan confirmed = goodPlan(location);
+    fs::permissions(beside("elsewhere"), fs::perms::others_write, fs::perm_options::add);
+    const auto refused = putBack(confirmed);
+    ASSERT_FALSE(refused.ok());
+    EXPECT_THAT(refused.error().message, HasSubstr("isn't a folder of yours alone"));
+    fs::permissions(beside("elsewhere"), fs::perms::others_write, fs::perm_options::remove);
+    EXPECT_TRUE(putBack(confirmed).ok());
+}
+
+TEST_F(LinuxTrashPutBack, aTrashThatEverybodyMayWriteIsRefused) {
+    const std::string location = trash("a");
+    for (const char* open : {"", "/files", "/info"}) {
+        fs::permissions(trashFolder + open, fs::perms::others_write, fs::perm_options::add);
+        const auto planned = plan(location);
+        ASSERT_FALSE(planned.ok()) << open;
+        EXPECT_EQ(planned.error().message,
+                  "Couldn't put this item back: The Trash folder isn't a folder of yours alone. Check its owner, its "
+                  "permissions and links that lead to it, then try again.");
+        fs::permissions(trashFolder + open, fs::perms::others_write, fs::perm_options::remove);
+    }
+    fs::permissions(trashFolder + "/info/a.trashinfo", fs::perms::others_write, fs::perm_options::add);
+    expectNoPlan(location, PutBackFailure::noRecord);
+}
+
+TEST_F(LinuxTrashPutBack, whatAnotherUserOwnsIsRefused) {
+    if (::geteuid() != 0) {
+        // Without the right to give files away the root folder's Trash is what another user owns.
+        expectNoPlan("/root/.local/share/Trash/files/a", PutBackFailure::system);
+        return;
+    }
+    constexpr uid_t another = 12345;
+    const std::string location = trash("a");
+    const auto given = [&](const std::string& path) {
+        EXPECT_EQ(::lchown(path.c_str(), another, another), 0);
+        const auto planned = plan(location);
+        EXPECT_EQ(::lchown(path.c_str(), 0, 0), 0);
+        EXPECT_FALSE(planned.ok()) << path;
+        return planned.ok() ? PutBackFailure::missing : planned.error().failure;
+    };
+    EXPECT_EQ(given(location), PutBackFailure::changed);
+    EXPECT_EQ(given(trashFolder + "/info/a.trashinfo"), PutBackFailure::noRecord);
+    for (const char* folder : {"", "/files", "/info"}) {
+        EXPECT_EQ(given(trashFolder + folder), PutBackFailure::system);
+    }
+    EXPECT_TRUE(plan(location).ok());
+}
+
+TEST_F(LinuxTrashPutBack, aHomeThatIsNoneOrALinkGetsNothing) {
+    const std::string location = trash("a");
+    fs::create_directory_symlink(home, beside("linked"));
+    fs::create_directory(beside("other"));
+    for (const std::string& given : {std::string(), std::string("home"), beside("linked"), beside("other"),
+                                     beside("none"), home + std::string(1, '\0')}) {
+        EXPECT_FALSE(LinuxTrash().planPutBack(given, location).ok()) << given;
+    }
+    EXPECT_TRUE(LinuxTrash().planPutBack(home + "//./x/..", location).ok());
+}
+
+TEST_F(LinuxTrashPutBack, theNextMoveReplacesTheRecordThatAKilledPutBackLeft) {
+    const std::string location = trash("a");
+    fs::rename(location, home + "/a");
+    const std::string record = trashFolder + "/info/a.trashinfo";
+    fs::last_write_time(record, fs::last_write_time(record) - std::chrono::minutes(2));
+    const auto moved = move("a");
+    ASSERT_TRUE(moved.ok());
+    EXPECT_EQ(moved.value().location, location);
+    EXPECT_EQ(recordCount(), 1U);
+}
+
+TEST_F(LinuxTrashPutBack, aRunWithoutFreeDescriptorsLeavesTheItemInTheTrash) {
+    const std::string location = trash("a");
+    const PutBackPlan confirmed = goodPlan(location);
+    std::vector<LinuxFileDescriptor> taken;
+    rlimit before = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit few = {64, before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    for (;;) {
+        LinuxFileDescriptor next(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        if (!next) {
+            break;
+        }
+        taken.push_back(std::move(next));
+    }
+    int failures = 0;
+    while (!taken.empty() && !putBack(confirmed).ok()) {
+        ++failures;
+        EXPECT_TRUE(fs::exists(location));
+        EXPECT_TRUE(fs::exists(trashFolder + "/info/a.trashinfo"));
+        taken.pop_back();
+    }
+    taken.clear();
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_GT(failures, 5);
+    EXPECT_EQ(contentOf(home + "/a/content"), "mine");
+    EXPECT_EQ(recordCount(), 0U);
+}
+
+TEST_F(LinuxTrashPutBack, anotherDiskIsNamedAndTheItemStays) {
+    const TemporaryFolder memory("/dev/shm");
+    LinuxTrash given(beside("data"));
+    fs::create_directories(beside("data/Trash/files/a"));
+    fs::create_directories(beside("data/Trash/info"));
+    fs::permissions(beside("data/Trash"), fs::perms::owner_all);
+    writeFile(beside("data/Trash/info/a.trashinfo"), "[Trash Info]\nPath=" + memory.path("folder/a") + "\n");
+    fs::create_directory(memory.path("folder"));
+    const auto planned = given.planPutBack(memory.path(), beside("data/Trash/files/a"));
+    ASSERT_FALSE(planned.ok());
+    EXPECT_EQ(planned.error().failure, PutBackFailure::otherDisk);
+    EXPECT_EQ(planned.error().path, memory.path("folder"));
+    EXPECT_TRUE(fs::exists(beside("data/Trash/files/a")));
+}
+
+TEST_F(LinuxTrashPutBack, otherProgramsSeeNothingLeftAndWhatTheyRestoreIsMissing) {
+    for (const char* tool : {"/usr/bin/trash-list", "/usr/bin/trash-put", "/usr/bin/trash-restore", "/usr/bin/gio"}) {
+        if (::access(tool, X_OK) != 0) {
+            GTEST_FAIL() << tool << " is needed to see that other programs understand the Trash.";
+        }
+    }
+    const std::string data = "cd '" + home + "' && XDG_DATA_HOME='" + home + "/.local/share' ";
+    const auto run = [&](const std::string& command) {
+        const std::string out = beside("out");
+        EXPECT_EQ(std::system((data + command + " > '" + out + "' 2>&1").c_str()), 0) << contentOf(out);
+        return contentOf(out);
+    };
+    const std::string name = "caf\xC3\xA9 100% #1";
+    const std::string location = trash(name);
+    ASSERT_THAT(run("/usr/bin/trash-list"), HasSubstr(home + "/" + name + "\n"));
+    ASSERT_TRUE(putBack(goodPlan(location)).ok());
+    EXPECT_THAT(run("/usr/bin/trash-list"), testing::Not(HasSubstr(home)));
+    EXPECT_THAT(run("/usr/bin/trash-restore < /dev/null"), HasSubstr("No files trashed"));
+
+    run("/usr/bin/trash-put '" + name + "'");
+    ASSERT_TRUE(putBack(goodPlan(location)).ok());
+    EXPECT_EQ(contentOf(home + "/" + name + "/content"), "mine");
+
+    ASSERT_TRUE(move(name).ok());
+    run("/bin/sh -c 'echo 0 | /usr/bin/trash-restore'");
+    expectNoPlan(location, PutBackFailure::missing);
+    EXPECT_EQ(contentOf(home + "/" + name + "/content"), "mine");
+}
+
+}  // namespace
+}  // namespace kestrune
