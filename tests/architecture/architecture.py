@@ -13,6 +13,7 @@ MAY_INCLUDE = {
     'base': set(),
     'platform': {'base'},
     'platform/linux': {'platform', 'base'},
+    'platform/linux/fetch': {'platform/linux', 'platform', 'base'},
     'update': {'platform', 'base'},
     'engine': {'platform', 'base'},
     'explorer': {'platform', 'base'},
@@ -34,8 +35,8 @@ UI_RECORDS = {
     'platform/Updater.h',
 }
 
-MAY_USE_QT = {'ui', 'app', 'platform/linux'}
-MAY_USE_SYSTEM = {'platform/linux'}
+MAY_USE_QT = {'ui', 'app', 'platform/linux', 'platform/linux/fetch'}
+MAY_USE_SYSTEM = {'platform/linux', 'platform/linux/fetch'}
 SYSTEM_FILES = {'app/main.cpp'}
 LIBRARIES = {'workspace': re.compile(r'nlohmann/')}
 
