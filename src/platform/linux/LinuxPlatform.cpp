@@ -114,7 +114,7 @@ PlatformServices makePlatformServices() {
                                                           LinuxAccount::startedFile(), *services.fileStore);
     services.dockTile = std::make_unique<LinuxDockTile>();
     services.updateFetcher = std::make_unique<LinuxUpdateFetcher>(
-        folder + "kestrune-fetch", cacheHome(services.homeDirectory) + "/kestrune/updates");
+        LinuxUpdateFetcher::programFor(folder), cacheHome(services.homeDirectory) + "/kestrune/updates");
     services.updateInstaller =
         std::make_unique<LinuxUpdateInstaller>(executable, LinuxAccount::absoluteVariable("APPIMAGE"));
     return services;
