@@ -29,6 +29,10 @@ std::string localized(const char* english) {
     return current().text == nullptr || *english == '\0' ? english : current().text(english);
 }
 
+std::string localized(std::string_view english) {
+    return localized(std::string(english).c_str());
+}
+
 std::string localized(const char* english, std::initializer_list<std::string> arguments) {
     return withArguments(localized(english), {arguments.begin(), arguments.size()});
 }

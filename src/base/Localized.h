@@ -30,6 +30,9 @@ void setTranslation(const Translation& translation);
 /// so that the tool which collects the texts finds it. Any thread.
 [[nodiscard]] std::string localized(const char* english);
 
+/// The same for a text that localizable() marked.
+[[nodiscard]] std::string localized(std::string_view english);
+
 /// The same with %1 to %9 replaced by arguments, each taken as it stands.
 [[nodiscard]] std::string localized(const char* english, std::initializer_list<std::string> arguments);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/Localized.h"
 #include "engine/TelemetryFormulas.h"
 
 namespace kestrune::MacTelemetry {
@@ -41,7 +42,8 @@ std::optional<BatteryReading> battery(const std::vector<PowerSource>& sources) {
     }
     const int percent = TelemetryFormulas::percent(static_cast<double>(*usable->currentCapacity),
                                                    static_cast<double>(*usable->maxCapacity));
-    return BatteryReading{std::clamp(percent, 0, 100), usable->state == "AC Power" ? "On power adapter" : "On battery"};
+    return BatteryReading{std::clamp(percent, 0, 100),
+                          usable->state == "AC Power" ? localizable("On power adapter") : localizable("On battery")};
 }
 
 }  // namespace kestrune::MacTelemetry

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "engine/AppClosing.h"
 #include "engine/AppProtection.h"
@@ -33,11 +34,12 @@ void SystemEngine::killHeavyApps() {
             closed.push_back(application.localizedName);
         }
     }
-    notify(programName, closed.empty() ? "No heavy apps running" : "Killed: " + joined(closed, ", "));
+    notify(programName,
+           closed.empty() ? localized("No heavy apps running") : localized("Killed: %1", {joined(closed, ", ")}));
 }
 
 void SystemEngine::killDevServers() {
-    notify(programName, "Review individual developer processes in Running Apps before stopping them.");
+    notify(programName, localized("Review individual developer processes in Running Apps before stopping them."));
 }
 
 std::optional<RunningApplication> SystemEngine::appToKeep() {
@@ -49,7 +51,7 @@ std::optional<RunningApplication> SystemEngine::appToKeep() {
 void SystemEngine::keepFrontmostKillRest() {
     const std::optional<RunningApplication> kept = appToKeep();
     if (!kept) {
-        notify(programName, "Not sure which app to keep · click into the app you are using, then try again");
+        notify(programName, localized("Not sure which app to keep · click into the app you are using, then try again"));
         return;
     }
     std::map<std::int32_t, RunningApplication> closing;
@@ -68,10 +70,10 @@ void SystemEngine::keepFrontmostKillRest() {
             static_cast<void>(m_parts.runningApplications.terminate(application));
         }
     }
-    const std::string keptName = kept->localizedName.empty() ? "frontmost app" : kept->localizedName;
+    const std::string keptName = kept->localizedName.empty() ? localized("frontmost app") : kept->localizedName;
     std::sort(names.begin(), names.end());
-    notify(programName, names.empty() ? "No other apps to close · kept " + keptName
-                                      : "Kept " + keptName + " · closed: " + joined(names, ", "));
+    notify(programName, names.empty() ? localized("No other apps to close · kept %1", {keptName})
+                                      : localized("Kept %1 · closed: %2", {keptName, joined(names, ", ")}));
 }
 
 void SystemEngine::killEverything() {
@@ -81,12 +83,12 @@ void SystemEngine::killEverything() {
 }
 
 void SystemEngine::autoFreeMemory() {
-    notify(programName, "Memory usage is " + std::to_string(getMemorySummary().pct) +
-                            "%. Review Running Apps before choosing what to close.");
+    notify(programName, localized("Memory usage is %1%. Review Running Apps before choosing what to close.",
+                                  {std::to_string(getMemorySummary().pct)}));
 }
 
 void SystemEngine::deepClean() {
-    notify(programName, "Open Storage to review and move selected caches to Trash.");
+    notify(programName, localized("Open Storage to review and move selected caches to Trash."));
 }
 
 }  // namespace kestrune

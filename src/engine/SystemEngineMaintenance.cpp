@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "base/ByteCount.h"
+#include "base/Localized.h"
 #include "engine/SystemEngine.h"
 
 namespace kestrune {
@@ -13,8 +14,9 @@ const std::string reduceFXKey = "reduceFX";
 
 void SystemEngine::purgeMemory() {
     const ToolCommand purge = m_parts.systemTools.purgeMemory();
-    tell(runPrivileged(purge.executable, purge.arguments) ? "Inactive memory cleared!"
-                                                          : "Couldn't purge memory · admin privileges were declined");
+    tell(runPrivileged(purge.executable, purge.arguments)
+             ? localized("Inactive memory cleared!")
+             : localized("Couldn't purge memory · admin privileges were declined"));
 }
 
 std::int64_t SystemEngine::freePurgeableDisk() {
@@ -22,11 +24,11 @@ std::int64_t SystemEngine::freePurgeableDisk() {
     const bool succeeded = run(m_parts.systemTools.thinLocalSnapshots()).status == 0;
     const std::int64_t gained = freeDiskBytes() - before;
     if (!succeeded) {
-        tell("Couldn't thin local snapshots (Time Machine may be busy)");
+        tell(localized("Couldn't thin local snapshots (Time Machine may be busy)"));
     } else if (gained > 0) {
-        tell("Freed " + formatByteCount(gained) + " of purgeable space");
+        tell(localized("Freed %1 of purgeable space", {formatByteCount(gained)}));
     } else {
-        tell("No local snapshots to thin · nothing purgeable right now");
+        tell(localized("No local snapshots to thin · nothing purgeable right now"));
     }
     return std::max<std::int64_t>(gained, 0);
 }
@@ -35,19 +37,19 @@ void SystemEngine::emptyTrash() {
     const bool succeeded = run(m_parts.systemTools.emptyTrash()).status == 0;
     // Some tools report success and leave everything where it is.
     const bool emptied = succeeded && m_parts.trash.isEmpty(m_parts.homeDirectory).value_or(true);
-    tell(emptied ? "Trash emptied!" : "Couldn't empty Trash (Finder may have declined)");
+    tell(emptied ? localized("Trash emptied!") : localized("Couldn't empty Trash (Finder may have declined)"));
 }
 
 void SystemEngine::flushDNS() {
     for (const ToolCommand& tool : m_parts.systemTools.flushNameCache()) {
         run(tool);
     }
-    tell("DNS cache flushed!");
+    tell(localized("DNS cache flushed!"));
 }
 
 void SystemEngine::restartFinder() {
     run(m_parts.systemTools.restartFileManager());
-    tell("Finder restarted!");
+    tell(localized("Finder restarted!"));
 }
 
 void SystemEngine::toggleAnimations() {
@@ -55,15 +57,16 @@ void SystemEngine::toggleAnimations() {
     for (const ToolCommand& tool : m_parts.systemTools.reduceAnimations(reduceFX())) {
         run(tool);
     }
-    tell(std::string("Animations ") + (reduceFX() ? "reduced" : "restored") + " · restart apps to see effect");
+    tell(reduceFX() ? localized("Animations reduced · restart apps to see effect")
+                    : localized("Animations restored · restart apps to see effect"));
 }
 
 bool SystemEngine::reduceFX() const {
     return m_parts.preferences.boolean(reduceFXKey).value_or(false);
 }
 
-void SystemEngine::setReduceFX(bool reduce) {
-    m_parts.preferences.setBoolean(reduceFXKey, reduce);
+bool SystemEngine::setReduceFX(bool reduce) {
+    return m_parts.preferences.setBoolean(reduceFXKey, reduce);
 }
 
 std::int64_t SystemEngine::clearUserCaches() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/ByteCount.h"
+#include "base/Localized.h"
 
 namespace kestrune {
 
@@ -15,12 +16,12 @@ struct CategoryText {
 };
 
 constexpr std::array<CategoryText, allCleanCategories.size()> categoryTexts{{
-    {"AI Models & Caches", "brain.head.profile",
-     "downloaded models may need downloading again; custom models must be backed up before removal"},
-    {"Build & Package Caches", "hammer.fill",
-     "builds and package installs rebuild these on next run; source code is never touched"},
-    {"App Leftovers", "archivebox.fill", "left behind by apps that are no longer installed"},
-    {"Logs", "internaldrive.fill", "regenerated automatically by macOS and apps"},
+    {localizable("AI Models & Caches"), "brain.head.profile",
+     localizable("downloaded models may need downloading again; custom models must be backed up before removal")},
+    {localizable("Build & Package Caches"), "hammer.fill",
+     localizable("builds and package installs rebuild these on next run; source code is never touched")},
+    {localizable("App Leftovers"), "archivebox.fill", localizable("left behind by apps that are no longer installed")},
+    {localizable("Logs"), "internaldrive.fill", localizable("regenerated automatically by macOS and apps")},
 }};
 
 const CategoryText& textOf(CleanCategory category) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 
 namespace kestrune {
@@ -41,15 +42,16 @@ std::optional<std::string> catalogPathBelow(const std::string& home, const std::
 }
 
 CleanError protectedOrChanged() {
-    return {"Kestrune", 1, "This location is protected or has changed. Rescan before continuing."};
+    return {"Kestrune", 1, localized("This location is protected or has changed. Rescan before continuing.")};
 }
 
 CleanError noLongerPresent() {
-    return {"Kestrune", 2, "This item is no longer present. Rescan to update the list."};
+    return {"Kestrune", 2, localized("This item is no longer present. Rescan to update the list.")};
 }
 
 CleanError locationUnknown() {
-    return {"Kestrune", 3, "Moved to Trash, but macOS did not return its location. Open Trash to inspect it."};
+    return {"Kestrune", 3,
+            localized("Moved to Trash, but macOS did not return its location. Open Trash to inspect it.")};
 }
 
 CleanError worded(const TrashError& error) {
@@ -141,7 +143,7 @@ std::vector<CleanTarget> DevCleaners::scanAllTargets(const Cancelled& cancelled,
                 }
                 const std::int64_t bytes = calculateSize(location, cancelled);
                 if (bytes > listing.floorBytes) {
-                    found.push_back({listing.category, std::string(entry.title), std::string(entry.subtitle), location,
+                    found.push_back({listing.category, std::string(entry.title), localized(entry.subtitle), location,
                                      bytes, false, std::nullopt});
                 }
             }

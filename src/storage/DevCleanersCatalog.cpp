@@ -1,5 +1,6 @@
 #include <array>
 
+#include "base/Localized.h"
 #include "storage/DevCleaners.h"
 
 namespace kestrune {
@@ -7,38 +8,43 @@ namespace kestrune {
 namespace {
 
 constexpr std::array<CatalogEntry, 9> aiEntries{{
-    {"Ollama Models", "Downloaded AI models — back up any custom models before removing", ".ollama/models"},
-    {"Hugging Face Hub Cache", "Downloaded models and datasets — may need downloading again", ".cache/huggingface/hub"},
-    {"LM Studio Models", "Downloaded or imported models — back up custom models before removing", ".lmstudio/models"},
-    {"LM Studio Models (Legacy)", "Models stored by older LM Studio versions — review before removing",
+    {"Ollama Models", localizable("Downloaded AI models — back up any custom models before removing"),
+     ".ollama/models"},
+    {"Hugging Face Hub Cache", localizable("Downloaded models and datasets — may need downloading again"),
+     ".cache/huggingface/hub"},
+    {"LM Studio Models", localizable("Downloaded or imported models — back up custom models before removing"),
+     ".lmstudio/models"},
+    {"LM Studio Models (Legacy)", localizable("Models stored by older LM Studio versions — review before removing"),
      ".cache/lm-studio/models"},
-    {"ComfyUI Models", "Image-generation models — back up custom models before removing", "ComfyUI/models"},
-    {"ComfyUI Models (Documents)", "May include custom models in Documents — back up before removing",
+    {"ComfyUI Models", localizable("Image-generation models — back up custom models before removing"),
+     "ComfyUI/models"},
+    {"ComfyUI Models (Documents)", localizable("May include custom models in Documents — back up before removing"),
      "Documents/ComfyUI/models"},
-    {"Claude Code Cache", "Cached agent downloads — may need downloading again", ".claude/downloads"},
-    {"Claude Code Shell Snapshots", "Saved terminal setup snapshots — recreated when needed",
+    {"Claude Code Cache", localizable("Cached agent downloads — may need downloading again"), ".claude/downloads"},
+    {"Claude Code Shell Snapshots", localizable("Saved terminal setup snapshots — recreated when needed"),
      ".claude/shell-snapshots"},
-    {"Claude Code App Cache", "Cached app settings — recreated when needed", ".claude/statsig"},
+    {"Claude Code App Cache", localizable("Cached app settings — recreated when needed"), ".claude/statsig"},
 }};
 
 constexpr std::array<CatalogEntry, 10> devEntries{{
-    {"Xcode DerivedData", "Cached build files — Xcode rebuilds them when needed",
+    {"Xcode DerivedData", localizable("Cached build files — Xcode rebuilds them when needed"),
      "Library/Developer/Xcode/DerivedData"},
-    {"Xcode iOS DeviceSupport", "Debugging files for iPhones and iPads you’ve connected",
+    {"Xcode iOS DeviceSupport", localizable("Debugging files for iPhones and iPads you’ve connected"),
      "Library/Developer/Xcode/iOS DeviceSupport"},
-    {"Xcode Simulator Caches", "Cached simulator files — recreated when needed",
+    {"Xcode Simulator Caches", localizable("Cached simulator files — recreated when needed"),
      "Library/Developer/CoreSimulator/Caches"},
-    {"NPM Global Cache", "Downloaded packages — fetched again on the next install", ".npm/_cacache"},
-    {"PNPM Store", "Downloaded pnpm packages — fetched again when needed", "Library/pnpm/store"},
-    {"PNPM Store (Legacy)", "Older pnpm package downloads — fetched again when needed", ".pnpm/store"},
-    {"Yarn Global Cache", "Downloaded Yarn packages — may need downloading again", "Library/Caches/Yarn"},
-    {"Bun Install Cache", "Downloaded Bun packages — fetched again when needed", ".bun/install/cache"},
-    {"Cargo Registry Cache", "Downloaded Rust packages — fetched again when needed", ".cargo/registry/cache"},
-    {"Gradle Caches", "Downloaded packages and cached builds — recreated when needed", ".gradle/caches"},
+    {"NPM Global Cache", localizable("Downloaded packages — fetched again on the next install"), ".npm/_cacache"},
+    {"PNPM Store", localizable("Downloaded pnpm packages — fetched again when needed"), "Library/pnpm/store"},
+    {"PNPM Store (Legacy)", localizable("Older pnpm package downloads — fetched again when needed"), ".pnpm/store"},
+    {"Yarn Global Cache", localizable("Downloaded Yarn packages — may need downloading again"), "Library/Caches/Yarn"},
+    {"Bun Install Cache", localizable("Downloaded Bun packages — fetched again when needed"), ".bun/install/cache"},
+    {"Cargo Registry Cache", localizable("Downloaded Rust packages — fetched again when needed"),
+     ".cargo/registry/cache"},
+    {"Gradle Caches", localizable("Downloaded packages and cached builds — recreated when needed"), ".gradle/caches"},
 }};
 
 constexpr std::array<CatalogEntry, 1> sysEntries{{
-    {"User Logs", "Diagnostic logs — review before removing", "Library/Logs"},
+    {"User Logs", localizable("Diagnostic logs — review before removing"), "Library/Logs"},
 }};
 
 constexpr std::array<std::string_view, 4> forbidden{".claude", ".ssh", ".config", ".cache/huggingface"};

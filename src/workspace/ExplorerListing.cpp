@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "workspace/ReadableText.h"
 
@@ -135,7 +136,7 @@ std::vector<ExplorerCrumb> crumbs(const std::string& root, const std::string& ho
 }
 
 std::string counts(const DiskExplorerResult& result) {
-    return grouped(result.inspectedFiles) + " inspected · " + grouped(result.regularFiles) + " files";
+    return localized("%1 inspected · %2 files", {grouped(result.inspectedFiles), grouped(result.regularFiles)});
 }
 
 bool isIncomplete(const DiskExplorerResult& result) {
@@ -143,9 +144,9 @@ bool isIncomplete(const DiskExplorerResult& result) {
 }
 
 std::string incompleteText(const DiskExplorerResult& result) {
-    return std::string("This scan is incomplete. ")
-        .append(grouped(result.skippedLocations))
-        .append(" locations couldn’t be read or were skipped. Try a smaller folder to see more.");
+    return localized(
+        "This scan is incomplete. %1 locations couldn’t be read or were skipped. Try a smaller folder to see more.",
+        {grouped(result.skippedLocations)});
 }
 
 bool isCut(const DiskExplorerResult& result) {
@@ -164,14 +165,13 @@ std::string readablePath(std::string_view path) {
 
 std::string grouped(std::int64_t count) {
     constexpr std::size_t group = 3;
-    const std::string plain = std::to_string(count);
-    std::string text;
-    for (std::size_t index = 0; index < plain.size(); ++index) {
-        const bool startsGroup = (plain.size() - index) % group == 0;
-        if (startsGroup && index > 0 && plain[index - 1] != '-') {
-            text += ',';
-        }
-        text += plain[index];
+    const std::string sign = count < 0 ? "-" : "";
+    const std::string digits = std::to_string(count).substr(sign.size());
+    const std::size_t first = (digits.size() - 1) % group + 1;
+    std::string text = sign + digits.substr(0, first);
+    for (std::size_t index = first; index < digits.size(); index += group) {
+        // Translators: thousands and what follows them, as in 12,480.
+        text = localized("%1,%2", {text, digits.substr(index, group)});
     }
     return text;
 }
@@ -179,9 +179,9 @@ std::string grouped(std::int64_t count) {
 std::string percentText(double share) {
     const double percent = share * all;
     if (percent > 0 && percent < 1) {
-        return "<1%";
+        return localized("<1%");
     }
-    return std::to_string(share < 1 ? std::min(all - 1L, std::lround(percent)) : all) + "%";
+    return localized("%1%", {std::to_string(share < 1 ? std::min(all - 1L, std::lround(percent)) : all)});
 }
 
 std::string parentOf(const std::string& folder) {

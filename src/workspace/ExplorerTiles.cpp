@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/ByteCount.h"
+#include "base/Localized.h"
 
 namespace kestrune {
 
@@ -27,7 +28,7 @@ ExplorerTile tileOf(const ExplorerRow& row) {
 
 ExplorerTile smallerTile(std::int64_t items, std::int64_t bytes, std::int64_t measured, std::size_t before) {
     ExplorerTile tile;
-    tile.name = ExplorerListing::grouped(items) + (items == 1 ? " smaller item" : " smaller items");
+    tile.name = localizedCount("%1 smaller item", "%1 smaller items", items, {ExplorerListing::grouped(items)});
     tile.size = formatByteCount(bytes);
     tile.bytes = bytes;
     tile.share = static_cast<double>(bytes) / static_cast<double>(measured);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/CharacterKind.h"
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "workspace/StorageListing.h"
 
@@ -38,12 +39,12 @@ void appendVisible(std::string& result, std::string_view character) {
     }
 }
 
-std::string unit(std::int64_t count, std::string_view word) {
-    return std::to_string(count) + " " + std::string(word);
+std::string inUnit(const char* unit, std::int64_t count) {
+    return localized(unit, {std::to_string(count)});
 }
 
-std::string units(std::int64_t large, std::string_view largeWord, std::int64_t small, std::string_view smallWord) {
-    return unit(large, largeWord) + (small == 0 ? "" : " " + unit(small, smallWord));
+std::string inUnits(const char* largeUnit, std::int64_t large, const char* smallUnit, std::int64_t small) {
+    return inUnit(largeUnit, large) + (small == 0 ? "" : " " + inUnit(smallUnit, small));
 }
 
 }  // namespace
@@ -66,7 +67,7 @@ std::string processName(std::string_view name, std::string_view executable, std:
         return std::string(name);
     }
     const std::string file = lastPathComponent(executable);
-    return hasVisible(file) ? file : "PID " + std::to_string(pid);
+    return hasVisible(file) ? file : localized("PID %1", {std::to_string(pid)});
 }
 
 std::string elided(std::string_view text, std::size_t limit) {
@@ -99,15 +100,15 @@ std::string duration(std::int64_t seconds) {
     constexpr std::int64_t hour = 60 * minute;
     constexpr std::int64_t day = 24 * hour;
     if (seconds < minute) {
-        return unit(std::max<std::int64_t>(seconds, 0), "s");
+        return inUnit(localizable("%1 s"), std::max<std::int64_t>(seconds, 0));
     }
     if (seconds < hour) {
-        return unit(seconds / minute, "min");
+        return inUnit(localizable("%1 min"), seconds / minute);
     }
     if (seconds < day) {
-        return units(seconds / hour, "h", seconds % hour / minute, "min");
+        return inUnits(localizable("%1 h"), seconds / hour, localizable("%1 min"), seconds % hour / minute);
     }
-    return units(seconds / day, "d", seconds % day / hour, "h");
+    return inUnits(localizable("%1 d"), seconds / day, localizable("%1 h"), seconds % day / hour);
 }
 
 }  // namespace kestrune::ReadableText

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "base/Localized.h"
+
 namespace kestrune {
 
 namespace {
@@ -12,14 +14,14 @@ struct PageText {
 };
 
 constexpr std::array<PageText, allWorkspacePages.size()> pageTexts{{
-    {"Overview", "square.grid.2x2"},
-    {"Storage", "internaldrive"},
-    {"Disk Explorer", "chart.bar.xaxis"},
-    {"AI Tools", "brain.head.profile"},
-    {"Running Apps", "rectangle.stack"},
-    {"Automation", "clock.arrow.circlepath"},
-    {"Activity", "clock"},
-    {"Settings", "gearshape"},
+    {localizable("Overview"), "square.grid.2x2"},
+    {localizable("Storage"), "internaldrive"},
+    {localizable("Disk Explorer"), "chart.bar.xaxis"},
+    {localizable("AI Tools"), "brain.head.profile"},
+    {localizable("Running Apps"), "rectangle.stack"},
+    {localizable("Automation"), "clock.arrow.circlepath"},
+    {localizable("Activity"), "clock"},
+    {localizable("Settings"), "gearshape"},
 }};
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "base/Localized.h"
 #include "workspace/ActivityLog.h"
 #include "workspace/WorkspaceStore.h"
 #include "workspace/WorkspaceStoreCleanup.h"
@@ -8,7 +9,7 @@ void WorkspaceStore::record(const ActivityEntry& entry) {
     history.set(ActivityLog::withEntry(history.get(), entry));
     m_queue->enqueue([this, entries = history.get()] {
         if (!ActivityLog::save(m_parts.fileStore, home(), entries)) {
-            onMain([this] { message.set("Activity is visible for this session, but couldn't be saved."); });
+            onMain([this] { message.set(localized("Activity is visible for this session, but couldn't be saved.")); });
         }
     });
 }
@@ -48,7 +49,8 @@ void WorkspaceStore::showInTrash(const ActivityEntry& entry) {
         return;
     }
     if (!m_parts.fileQueries.kind(*entry.trashPath)) {
-        message.set("This item is no longer at its recorded Trash location. It may have been restored or emptied.");
+        message.set(
+            localized("This item is no longer at its recorded Trash location. It may have been restored or emptied."));
         return;
     }
     reveal(*entry.trashPath);

@@ -2,6 +2,7 @@
 #include <array>
 #include <string_view>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "workspace/WorkspaceStore.h"
 #include "workspace/WorkspaceStoreCleanup.h"
@@ -26,9 +27,6 @@ constexpr std::array<Blocker, 7> blockerTable{{
     {"gradle", "intellij idea"},
 }};
 
-constexpr const char* finishScanFirst = "Finish a new scan before cleaning.";
-constexpr const char* closeFirst = "Close these apps before cleaning their files: ";
-
 bool holdsOpen(const std::string& lowerCasedName, const CleanTarget& target) {
     const std::string title = lowerCased(target.title);
     return std::any_of(blockerTable.begin(), blockerTable.end(), [&](const Blocker& blocker) {
@@ -41,24 +39,38 @@ Alert confirmation(const std::vector<CleanTarget>& chosen) {
     alert.style = AlertStyle::warning;
     alert.symbol = "trash";
     alert.messageText =
-        "Move " + std::to_string(chosen.size()) + " item" + (chosen.size() == 1 ? "" : "s") + " to Trash?";
+        localizedCount("Move %1 item to Trash?", "Move %1 items to Trash?", static_cast<std::int64_t>(chosen.size()));
     for (const auto& target : chosen) {
         alert.items.push_back({target.title, target.sizeFormatted(), target.subtitle});
     }
-    alert.text =
+    alert.text = localized(
         "Close the tools using these files first. Builds may need to rebuild caches; models may require another "
-        "download. Space is recovered only after Trash is emptied. You can restore eligible items from Finder's Trash.";
-    alert.buttons = {"Move to Trash", "Cancel"};
+        "download. Space is recovered only after Trash is emptied. You can restore eligible items from Finder's "
+        "Trash.");
+    alert.buttons = {localized("Move to Trash"), localized("Cancel")};
     return alert;
 }
 
 Alert nothingToClean(bool saved) {
     Alert alert;
-    alert.messageText = saved ? "No saved items to clean" : "No build caches found";
-    alert.text = saved ? "Choose folders in Storage and click Save for Next Time. Folders you excluded or that no "
-                         "longer exist are left out."
-                       : "No build caches found in the places we check. Try the other categories in Storage.";
+    alert.messageText = saved ? localized("No saved items to clean") : localized("No build caches found");
+    alert.text = saved
+                     ? localized(
+                           "Choose folders in Storage and click Save for Next Time. Folders you excluded or that no "
+                           "longer exist are left out.")
+                     : localized("No build caches found in the places we check. Try the other categories in Storage.");
     return alert;
+}
+
+std::string summaryOf(std::size_t movedItems, std::size_t failedItems, bool stopped) {
+    const std::string moved = std::to_string(movedItems);
+    const std::string failed = std::to_string(failedItems);
+    if (stopped) {
+        return localized("Moved %1 items to Trash. %2 failed. Cleanup stopped; remaining items were kept.",
+                         {moved, failed});
+    }
+    return failedItems == 0 ? localized("Moved %1 items to Trash. 0 failed.", {moved})
+                            : localized("Moved %1 items to Trash. %2 failed.", {moved, failed});
 }
 
 }  // namespace
@@ -115,7 +127,7 @@ void WorkspaceStore::clean() {
         return;
     }
     if (lastScanWasStopped()) {
-        message.set(finishScanFirst);
+        message.set(localized("Finish a new scan before cleaning."));
         return;
     }
     const auto chosen = DevCleaners::nonOverlapping(selected());
@@ -137,11 +149,12 @@ bool WorkspaceStore::refuseForRunningTools(const std::vector<CleanTarget>& chose
     if (blockers.empty()) {
         return false;
     }
-    const std::string sentence = closeFirst + joined(blockers, ", ");
+    const std::string sentence =
+        localized("Close these apps before cleaning their files: %1", {joined(blockers, ", ")});
     message.set(sentence);
     Alert alert;
     alert.symbol = "exclamationmark.triangle";
-    alert.messageText = "Close the tools using these caches first";
+    alert.messageText = localized("Close the tools using these caches first");
     alert.text = sentence;
     ask(alert);
     return true;
@@ -176,8 +189,8 @@ void WorkspaceStore::cleanNext(const std::shared_ptr<Cleanup>& cleanup) {
         return;
     }
     const Cleanup::Item& item = cleanup->items[cleanup->handled];
-    progress.set("Moving " + std::to_string(cleanup->handled + 1) + " of " + std::to_string(total) + " · " +
-                 item.target.title);
+    progress.set(localized("Moving %1 of %2 · %3",
+                           {std::to_string(cleanup->handled + 1), std::to_string(total), item.target.title}));
     operationProgress.set({static_cast<int>(cleanup->handled), static_cast<int>(total), item.target.title});
     m_queue->enqueue([this, cleanup, item, cancellation = m_cancellation] {
         if (!cancellation->isCancelled()) {
@@ -199,12 +212,13 @@ ActivityEntry WorkspaceStore::takeOutcome(Cleanup& cleanup) const {
     ActivityEntry entry{makeActivityId(), now(), {}, {}, std::nullopt, !outcome.ok()};
     if (outcome.ok()) {
         cleanup.moved.insert(target.id());
-        entry.title = "Moved " + target.title + " to Trash";
-        entry.detail = target.sizeFormatted() + " estimated. Empty Trash in Finder when you're ready to reclaim space.";
+        entry.title = localized("Moved %1 to Trash", {target.title});
+        entry.detail = localized("%1 estimated. Empty Trash in Finder when you're ready to reclaim space.",
+                                 {target.sizeFormatted()});
         entry.trashPath = outcome.value();
     } else {
         cleanup.failures[target.id()] = outcome.error().localizedDescription;
-        entry.title = "Couldn't move " + target.title;
+        entry.title = localized("Couldn't move %1", {target.title});
         entry.detail = outcome.error().localizedDescription;
     }
     return entry;
@@ -215,9 +229,7 @@ void WorkspaceStore::finishCleanup(const Cleanup& cleanup) {
     std::erase_if(left, [&](const CleanTarget& target) { return cleanup.moved.contains(target.id()); });
     auto stillSelected = selection.get();
     std::erase_if(stillSelected, [&](const std::string& id) { return cleanup.moved.contains(id); });
-    const std::string summary = "Moved " + std::to_string(cleanup.moved.size()) + " items to Trash. " +
-                                std::to_string(cleanup.failures.size()) + " failed." +
-                                (cleanup.stopped ? " Cleanup stopped; remaining items were kept." : "");
+    const std::string summary = summaryOf(cleanup.moved.size(), cleanup.failures.size(), cleanup.stopped);
     targets.set(std::move(left));
     selection.set(std::move(stillSelected));
     failures.set(cleanup.failures);
@@ -227,7 +239,7 @@ void WorkspaceStore::finishCleanup(const Cleanup& cleanup) {
     m_cleanup.reset();
     isCleaning.set(false);
     disk.set(m_parts.engine.getDiskSummary());
-    m_parts.engine.notify("Kestrune cleanup results", summary);
+    m_parts.engine.notify(localized("Kestrune cleanup results"), summary);
 }
 
 }  // namespace kestrune

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "explorer/DiskExplorer.h"
 #include "explorer/NewestProgress.h"
@@ -13,8 +14,8 @@ void WorkspaceStore::chooseExplorerFolder() {
         return;
     }
     // A scan may have begun before the panel was closed; explore() looks again.
-    if (const auto chosen =
-            m_parts.folderChooser.chooseFolder("Choose a folder to inspect. Disk Explorer only reads files.", home())) {
+    if (const auto chosen = m_parts.folderChooser.chooseFolder(
+            localized("Choose a folder to inspect. Disk Explorer only reads files."), home())) {
         explore(*chosen);
     }
 }

@@ -1,3 +1,4 @@
+#include "base/Localized.h"
 #include "engine/MacTelemetry.h"
 #include "workspace/PreferenceKeys.h"
 #include "workspace/WorkspaceStore.h"
@@ -15,7 +16,9 @@ void WorkspaceStore::startMonitoring() {
     refreshProcesses();
     m_parts.memoryPressure.start([this, alive = std::weak_ptr<bool>(m_alive)](const PressureLevels& levels) {
         if (!alive.expired()) {
-            pressure.set(levels.critical ? "High" : levels.warning ? "Elevated" : "Normal");
+            pressure.set(levels.critical  ? localizable("High")
+                         : levels.warning ? localizable("Elevated")
+                                          : localizable("Normal"));
         }
     });
     m_monitorTimer = m_parts.mainQueue.every(monitorInterval, [this] { monitorTick(); });
@@ -30,9 +33,10 @@ void WorkspaceStore::monitorTick() {
     const bool saved = m_parts.preferences.setDate(PreferenceKeys::lastScanReminder, time);
     scan();
     noteSaved(saved);
-    m_parts.engine.notify("Your daily storage review",
-                          "Kestrune is scanning supported cache locations. Open Storage to review the results. "
-                          "Nothing is deleted automatically.");
+    m_parts.engine.notify(
+        localized("Your daily storage review"),
+        localized("Kestrune is scanning supported cache locations. Open Storage to review the results. "
+                  "Nothing is deleted automatically."));
 }
 
 void WorkspaceStore::refreshTelemetry() {

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/Localized.h"
 #include "engine/AppProtection.h"
 #include "workspace/ReadableText.h"
 #include "workspace/WorkspaceStore.h"
@@ -58,8 +59,8 @@ void WorkspaceStore::protectCurrentApp() {
     auto names = protectedApps.get();
     names.insert(application->localizedName);
     setProtectedApps(std::move(names));
-    m_parts.engine.notify(
-        "Kestrune", "Protected " + ReadableText::name(application->localizedName) + ". Kestrune will keep it running.");
+    m_parts.engine.notify("Kestrune", localized("Protected %1. Kestrune will keep it running.",
+                                                {ReadableText::name(application->localizedName)}));
 }
 
 void WorkspaceStore::setProtectedApps(std::set<std::string> names) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "workspace/ReadableText.h"
 #include "workspace/WorkspaceStore.h"
@@ -8,8 +9,6 @@
 namespace kestrune {
 
 namespace {
-
-constexpr const char* stopFailed = "Process changed or couldn't be stopped. Rescan before retrying.";
 
 ProcessReference referenceTo(const RunningItem& item) {
     return {item.id, item.executable, item.startTime};
@@ -28,8 +27,9 @@ std::string listenersSentence(const RunningItem& item) {
     if (item.listeners.empty()) {
         return {};
     }
-    return "\n\nListening on: " + joined(item.listeners, ", ") +
-           ". This stops the entire process, including its other work and connections.";
+    return "\n\n" +
+           localized("Listening on: %1. This stops the entire process, including its other work and connections.",
+                     {joined(item.listeners, ", ")});
 }
 
 /// What tells this process from others of its name; nothing where the system does not say.
@@ -38,12 +38,12 @@ std::string detailLines(const RunningItem& item, const std::optional<ProcessDeta
     if (!details) {
         return {};
     }
-    std::vector<std::string> lines{"PID " + std::to_string(item.id)};
+    std::vector<std::string> lines{localized("PID %1", {std::to_string(item.id)})};
     if (!details->workingDirectory.empty()) {
-        lines.push_back("Working folder: " + ReadableText::path(details->workingDirectory, home));
+        lines.push_back(localized("Working folder: %1", {ReadableText::path(details->workingDirectory, home)}));
     }
     if (details->secondsRunning) {
-        lines.push_back("Running for " + ReadableText::duration(*details->secondsRunning));
+        lines.push_back(localized("Running for %1", {ReadableText::duration(*details->secondsRunning)}));
     }
     return "\n\n" + joined(lines, "\n");
 }
@@ -52,12 +52,14 @@ Alert quitQuestion(const RunningItem& item, bool force) {
     Alert alert;
     alert.style = force || !item.app ? AlertStyle::warning : AlertStyle::informational;
     alert.symbol = !item.app ? "stop.circle" : force ? "exclamationmark.triangle" : "power";
-    alert.messageText = std::string(force ? "Force quit" : "Quit") + " " + nameOf(item) + "?";
-    alert.text = force ? "Unsaved work can be lost. Use this only when the app won't quit normally."
-                       : "Save your work first. Kestrune will request a normal quit and won't force the app to close. "
-                         "Developer processes receive a termination request.";
+    alert.messageText = force ? localized("Force quit %1?", {nameOf(item)}) : localized("Quit %1?", {nameOf(item)});
+    alert.text =
+        force ? localized("Unsaved work can be lost. Use this only when the app won't quit normally.")
+              : localized(
+                    "Save your work first. Kestrune will request a normal quit and won't force the app to close. "
+                    "Developer processes receive a termination request.");
     alert.text += listenersSentence(item);
-    alert.buttons = {force ? "Force Quit" : "Quit", "Cancel"};
+    alert.buttons = {force ? localized("Force Quit") : localized("Quit"), localized("Cancel")};
     return alert;
 }
 
@@ -68,13 +70,13 @@ std::string listedName(const RunningApplication& application) {
             return ReadableText::name(name);
         }
     }
-    return "PID " + std::to_string(application.processIdentifier);
+    return localized("PID %1", {std::to_string(application.processIdentifier)});
 }
 
 Alert nothingToQuit() {
     Alert alert;
-    alert.messageText = "No other apps to quit";
-    alert.text = "Kestrune, protected apps and background agents are kept running.";
+    alert.messageText = localized("No other apps to quit");
+    alert.text = localized("Kestrune, protected apps and background agents are kept running.");
     return alert;
 }
 
@@ -83,23 +85,25 @@ Alert quitOthersQuestion(const std::vector<RunningApplication>& applications) {
     std::transform(applications.begin(), applications.end(), std::back_inserter(names), listedName);
     Alert alert;
     alert.symbol = "power";
-    alert.messageText = "Quit " + std::to_string(applications.size()) + " other apps?";
-    alert.text = joined(names, ", ") +
-                 "\n\nSave your work first. Kestrune requests normal quits; apps may show their own save dialogs. "
-                 "Protected apps and background agents stay running. Unresponsive apps are never forced to close by "
-                 "this action.";
-    alert.buttons = {"Quit Apps", "Cancel"};
+    alert.messageText = localized("Quit %1 other apps?", {std::to_string(applications.size())});
+    alert.text =
+        joined(names, ", ") + "\n\n" +
+        localized(
+            "Save your work first. Kestrune requests normal quits; apps may show their own save dialogs. "
+            "Protected apps and background agents stay running. Unresponsive apps are never forced to close by "
+            "this action.");
+    alert.buttons = {localized("Quit Apps"), localized("Cancel")};
     return alert;
 }
 
 Alert purgeQuestion() {
     Alert alert;
     alert.symbol = "memorychip";
-    alert.messageText = "Clear cached memory?";
-    alert.text =
+    alert.messageText = localized("Clear cached memory?");
+    alert.text = localized(
         "macOS may ask for an administrator password. This does not close apps or delete files. macOS will refill "
-        "useful caches as needed, so the benefit may be temporary.";
-    alert.buttons = {"Continue", "Cancel"};
+        "useful caches as needed, so the benefit may be temporary.");
+    alert.buttons = {localized("Continue"), localized("Cancel")};
     return alert;
 }
 
@@ -132,9 +136,11 @@ void WorkspaceStore::quitApplication(const RunningItem& item, bool force) {
         return;
     }
     const bool accepted = force ? applications.forceTerminate(*item.app) : applications.terminate(*item.app);
-    record({makeActivityId(), now(), (force ? "Force quit requested: " : "Quit requested: ") + nameOf(item),
-            accepted ? "The app received the request. Refresh to see whether it has exited."
-                     : "The request was declined. Save your work and try quitting the app yourself.",
+    record({makeActivityId(), now(),
+            force ? localized("Force quit requested: %1", {nameOf(item)})
+                  : localized("Quit requested: %1", {nameOf(item)}),
+            accepted ? localized("The app received the request. Refresh to see whether it has exited.")
+                     : localized("The request was declined. Save your work and try quitting the app yourself."),
             std::nullopt, !accepted});
     refreshProcessesSoon();
 }
@@ -144,13 +150,13 @@ void WorkspaceStore::stopProcess(const RunningItem& item) {
         // The user may have protected it while this waited behind other work.
         const bool sent = isAddressable(item) && !isKept(item, programNames) &&
                           m_parts.processControl.requestTermination(referenceTo(item));
-        return ActivityEntry{
-            makeActivityId(),
-            now(),
-            "Stop requested: " + nameOf(item),
-            sent ? "Sent a termination request to PID " + std::to_string(item.id) + "." : std::string(stopFailed),
-            std::nullopt,
-            !sent};
+        return ActivityEntry{makeActivityId(),
+                             now(),
+                             localized("Stop requested: %1", {nameOf(item)}),
+                             sent ? localized("Sent a termination request to PID %1.", {std::to_string(item.id)})
+                                  : localized("Process changed or couldn't be stopped. Rescan before retrying."),
+                             std::nullopt,
+                             !sent};
     };
     enqueueRecorded(stop, [this](const ActivityEntry& entry) {
         refreshProcesses();
@@ -179,13 +185,14 @@ void WorkspaceStore::quitOtherApps() {
             ++accepted;
         }
     }
-    record({makeActivityId(), now(), "Quit Other Apps requested",
-            std::to_string(accepted) + " of " + std::to_string(applications.size()) +
-                " apps accepted a quit request. This is not a count of confirmed exits; check Running Apps for the "
-                "current state.",
+    record({makeActivityId(), now(), localized("Quit Other Apps requested"),
+            localized("%1 of %2 apps accepted a quit request. This is not a count of confirmed exits; check Running "
+                      "Apps for the "
+                      "current state.",
+                      {std::to_string(accepted), std::to_string(applications.size())}),
             std::nullopt, false});
     const std::string summary =
-        "Quit requests sent to " + std::to_string(accepted) + " apps. Protected apps were kept running.";
+        localized("Quit requests sent to %1 apps. Protected apps were kept running.", {std::to_string(accepted)});
     message.set(summary);
     m_parts.engine.notify("Kestrune", summary);
     refreshProcessesSoon();
@@ -214,18 +221,19 @@ void WorkspaceStore::purgeMemoryWithReview() {
     const auto purge = [this] {
         const ToolCommand tool = m_parts.systemTools.purgeMemory();
         const bool cleared = m_parts.engine.runPrivileged(tool.executable, tool.arguments);
-        return ActivityEntry{makeActivityId(),
-                             now(),
-                             cleared ? "Inactive memory cleared" : "Memory action didn't complete",
-                             cleared ? "macOS completed the purge command; memory will be reused as needed."
-                                     : "Authorization was cancelled or the command failed.",
-                             std::nullopt,
-                             !cleared};
+        return ActivityEntry{
+            makeActivityId(),
+            now(),
+            cleared ? localized("Inactive memory cleared") : localized("Memory action didn't complete"),
+            cleared ? localized("macOS completed the purge command; memory will be reused as needed.")
+                    : localized("Authorization was cancelled or the command failed."),
+            std::nullopt,
+            !cleared};
     };
     enqueueRecorded(purge, [this](const ActivityEntry& entry) {
         isPurging.set(false);
         const std::string summary =
-            entry.failed ? "Memory action cancelled or unavailable." : "Memory action completed.";
+            entry.failed ? localized("Memory action cancelled or unavailable.") : localized("Memory action completed.");
         message.set(summary);
         m_parts.engine.notify("Kestrune", summary);
     });

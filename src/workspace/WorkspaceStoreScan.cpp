@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 #include "workspace/WorkspaceStore.h"
 
@@ -8,16 +9,19 @@ namespace kestrune {
 
 namespace {
 
-constexpr std::string_view stoppedMark = "Scan stopped";
+std::string stoppedNote() {
+    return localized("Scan stopped. Results are incomplete; rescan before cleanup.");
+}
 
 // What the scan that just ended could not look into. The action queue's thread, like the scan.
 std::vector<std::string> notesOf(const DevCleaners& cleaners) {
     std::vector<std::string> notes;
     for (const auto& path : cleaners.scanIssues()) {
-        notes.push_back("Some files couldn't be inspected in " + lastPathComponent(path) + ". Size may be incomplete.");
+        notes.push_back(
+            localized("Some files couldn't be inspected in %1. Size may be incomplete.", {lastPathComponent(path)}));
     }
     for (const auto& title : cleaners.unreadableTitles()) {
-        notes.push_back("Couldn't inspect " + title + ". Check access in System Settings.");
+        notes.push_back(localized("Couldn't inspect %1. Check access in System Settings.", {title}));
     }
     return notes;
 }
@@ -55,7 +59,7 @@ void WorkspaceStore::publishScan(std::vector<CleanTarget> found, std::vector<std
         }
     }
     if (m_cancellation->isCancelled()) {
-        notes.push_back(std::string(stoppedMark) + ". Results are incomplete; rescan before cleanup.");
+        notes.push_back(stoppedNote());
     }
     targets.set(std::move(found));
     selection.set(std::move(stillSelected));
@@ -67,8 +71,8 @@ void WorkspaceStore::publishScan(std::vector<CleanTarget> found, std::vector<std
 }
 
 bool WorkspaceStore::lastScanWasStopped() const {
-    return std::any_of(scanNotes.get().begin(), scanNotes.get().end(),
-                       [](const std::string& note) { return note.starts_with(stoppedMark); });
+    const std::vector<std::string>& notes = scanNotes.get();
+    return std::find(notes.begin(), notes.end(), stoppedNote()) != notes.end();
 }
 
 void WorkspaceStore::cancelCleanup() {

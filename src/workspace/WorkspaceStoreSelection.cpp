@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "base/Localized.h"
 #include "workspace/PreferenceKeys.h"
 #include "workspace/WorkspaceStore.h"
 
@@ -86,7 +87,8 @@ void WorkspaceStore::toggleExclusion(const CleanTarget& target) {
 
 void WorkspaceStore::saveSelection() {
     const bool saved = m_parts.preferences.setTexts(PreferenceKeys::savedSelection, asTexts(selection.get()));
-    message.set("Folders saved. Choose Use Saved Folders after a scan, or Clean the Same Folders Again from the menu.");
+    message.set(localized(
+        "Folders saved. Choose Use Saved Folders after a scan, or Clean the Same Folders Again from the menu."));
     noteSaved(saved);
 }
 

@@ -18,38 +18,44 @@ struct Advice {
     std::string_view next;
 };
 
-constexpr std::string_view tryAgain = "Try again.";
+constexpr std::string_view tryAgain = localizable("Try again.");
 
 // Causes are worded here as far as users meet them; the C library's words for the rest stay in English as well.
 constexpr std::array advices = {
-    Advice{ENOSPC, "No space left on device", "Free some space, then try again."},
-    Advice{EDQUOT, "Disk quota exceeded", "Free some space, then try again."},
-    Advice{EROFS, "Its disk is read-only", "Make the disk writable, then try again."},
-    Advice{EACCES, "Permission denied", "Check the permissions of its folder and of the Trash, then try again."},
-    Advice{EPERM, "Operation not permitted", "Check the permissions of its folder and of the Trash, then try again."},
-    Advice{EXDEV, "It lies on another disk than the Trash", "Move it with your file manager instead."},
-    Advice{EINVAL, "Its disk can't move items safely", "Move it with your file manager instead."},
-    Advice{ENOSYS, "This system can't move items safely", "Move it with your file manager instead."},
-    Advice{ENOTSUP, "This system can't move items safely", "Move it with your file manager instead."},
-    Advice{EMFILE, "Too many open files", "Restart Kestrune, then try again."},
-    Advice{ENFILE, "Too many open files in system", "Close some apps, then try again."},
-    Advice{ENOMEM, "Cannot allocate memory", "Close some apps, then try again."},
-    Advice{EIO, "Input/output error", "Check the disk, then try again."},
-    Advice{ENAMETOOLONG, "Its path is too long", "Move it with your file manager instead."},
+    Advice{ENOSPC, localizable("No space left on device"), localizable("Free some space, then try again.")},
+    Advice{EDQUOT, localizable("Disk quota exceeded"), localizable("Free some space, then try again.")},
+    Advice{EROFS, localizable("Its disk is read-only"), localizable("Make the disk writable, then try again.")},
+    Advice{EACCES, localizable("Permission denied"),
+           localizable("Check the permissions of its folder and of the Trash, then try again.")},
+    Advice{EPERM, localizable("Operation not permitted"),
+           localizable("Check the permissions of its folder and of the Trash, then try again.")},
+    Advice{EXDEV, localizable("It lies on another disk than the Trash"),
+           localizable("Move it with your file manager instead.")},
+    Advice{EINVAL, localizable("Its disk can't move items safely"),
+           localizable("Move it with your file manager instead.")},
+    Advice{ENOSYS, localizable("This system can't move items safely"),
+           localizable("Move it with your file manager instead.")},
+    Advice{ENOTSUP, localizable("This system can't move items safely"),
+           localizable("Move it with your file manager instead.")},
+    Advice{EMFILE, localizable("Too many open files"), localizable("Restart Kestrune, then try again.")},
+    Advice{ENFILE, localizable("Too many open files in system"), localizable("Close some apps, then try again.")},
+    Advice{ENOMEM, localizable("Cannot allocate memory"), localizable("Close some apps, then try again.")},
+    Advice{EIO, localizable("Input/output error"), localizable("Check the disk, then try again.")},
+    Advice{ENAMETOOLONG, localizable("Its path is too long"), localizable("Move it with your file manager instead.")},
 };
 
 std::string_view causeOf(TrashProblem problem) {
     switch (problem) {
         case TrashProblem::unsafeTrash:
-            return "The Trash folder isn't a folder of yours alone";
+            return localizable("The Trash folder isn't a folder of yours alone");
         case TrashProblem::trashChanged:
-            return "The Trash folder changed meanwhile";
+            return localizable("The Trash folder changed meanwhile");
         case TrashProblem::noFreeName:
-            return "The Trash holds too many items of this name";
+            return localizable("The Trash holds too many items of this name");
         case TrashProblem::holdsTrash:
-            return "It holds the Trash itself";
+            return localizable("It holds the Trash itself");
         case TrashProblem::noTopDirectory:
-            return "Its disk has no place for a Trash";
+            return localizable("Its disk has no place for a Trash");
     }
     return {};
 }
@@ -57,21 +63,22 @@ std::string_view causeOf(TrashProblem problem) {
 std::string_view nextStepOf(TrashProblem problem) {
     switch (problem) {
         case TrashProblem::unsafeTrash:
-            return "Check its owner, its permissions and links that lead to it, then try again.";
+            return localizable("Check its owner, its permissions and links that lead to it, then try again.");
         case TrashProblem::trashChanged:
             return tryAgain;
         case TrashProblem::noFreeName:
-            return "Empty the Trash, then try again.";
+            return localizable("Empty the Trash, then try again.");
         case TrashProblem::holdsTrash:
-            return "Choose another item.";
+            return localizable("Choose another item.");
         case TrashProblem::noTopDirectory:
-            return "Move it with your file manager instead.";
+            return localizable("Move it with your file manager instead.");
     }
     return {};
 }
 
 std::string reasonOf(std::string_view cause, std::string_view next) {
-    return std::string(cause).append(". ").append(next);
+    // Translators: why it failed, and what to do next.
+    return localized("%1. %2", {localized(cause), localized(next)});
 }
 
 std::string reasonOf(int errorNumber) {
@@ -81,7 +88,7 @@ std::string reasonOf(int errorNumber) {
         return reasonOf(known->cause, known->next);
     }
     const char* description = ::strerrordesc_np(errorNumber);
-    return reasonOf(description == nullptr ? "Unknown error" : description, tryAgain);
+    return reasonOf(description == nullptr ? localizable("Unknown error") : description, tryAgain);
 }
 
 std::string reasonOf(TrashProblem problem) {
@@ -89,7 +96,7 @@ std::string reasonOf(TrashProblem problem) {
 }
 
 TrashError notMoved(const std::string& reason) {
-    return {TrashFailure::system, "Couldn't move this item to the Trash: " + reason};
+    return {TrashFailure::system, localized("Couldn't move this item to the Trash: %1", {reason})};
 }
 
 PutBackError notPutBack(const std::string& reason) {
@@ -115,8 +122,9 @@ TrashError trashProblem(TrashProblem problem) {
 }
 
 TrashError leftInTrash(const TrashError& cause) {
-    std::string message = "This item is in the Trash, but its move couldn't be confirmed or undone.";
-    message += " Open the Trash to inspect or restore it.";
+    std::string message = localized(
+        "This item is in the Trash, but its move couldn't be confirmed or undone. Open the Trash to inspect or "
+        "restore it.");
     if (!cause.message.empty()) {
         message += " " + cause.message;
     }
