@@ -38,9 +38,6 @@ enum class MenuAction {
 /// Carries out a menu command. Main thread.
 using MenuHandler = std::function<void(MenuAction)>;
 
-/// Whether this version can carry action out. The items of other commands are shown disabled.
-[[nodiscard]] bool isAvailable(MenuAction action);
-
 /// One line of a menu, free of any toolkit.
 struct MenuItem {
     bool separator = false;
