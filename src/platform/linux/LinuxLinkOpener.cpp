@@ -11,12 +11,10 @@
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QStringList>
 #include <QVariantMap>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <utility>
 
@@ -25,25 +23,13 @@
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxFileDescriptor.h"
 #include "platform/linux/LinuxFileViewer.h"
+#include "platform/linux/OtherPrograms.h"
 
 namespace kestrune {
 
 namespace {
 
 const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-
-// What was set for this program alone: by the runtime of an AppImage, whose libraries fit no other program, and by
-// whoever started it.
-constexpr std::array ownVariables{"APPDIR",
-                                  "APPIMAGE",
-                                  "ARGV0",
-                                  "OWD",
-                                  "LD_LIBRARY_PATH",
-                                  "LD_PRELOAD",
-                                  "QT_PLUGIN_PATH",
-                                  "QT_QPA_PLATFORM_PLUGIN_PATH",
-                                  "XDG_ACTIVATION_TOKEN",
-                                  "DESKTOP_STARTUP_ID"};
 
 bool isWebAddress(const std::string& address) {
     constexpr std::string_view scheme = "https://";
@@ -76,14 +62,6 @@ std::vector<ToolCommand> programsFor(const std::string& folder, const std::strin
 
 bool isThere(const ToolCommand& program) {
     return ::access(program.executable.c_str(), X_OK) == 0;
-}
-
-QProcessEnvironment environmentForOthers() {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* const name : ownVariables) {
-        environment.remove(QString::fromLatin1(name));
-    }
-    return environment;
 }
 
 LinuxLinkOpener::Desktop standardDesktop() {

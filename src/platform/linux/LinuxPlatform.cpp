@@ -115,8 +115,7 @@ PlatformServices makePlatformServices() {
     services.dockTile = std::make_unique<LinuxDockTile>();
     services.updateFetcher = std::make_unique<LinuxUpdateFetcher>(
         LinuxUpdateFetcher::programFor(folder), cacheHome(services.homeDirectory) + "/kestrune/updates");
-    services.updateInstaller =
-        std::make_unique<LinuxUpdateInstaller>(executable, LinuxAccount::absoluteVariable("APPIMAGE"));
+    services.updateInstaller = std::make_unique<LinuxUpdateInstaller>(executable, LinuxAccount::startedFile());
     return services;
 }
 

@@ -21,6 +21,9 @@ public:
 
     [[nodiscard]] bool created() const { return static_cast<bool>(m_file); }
 
+    /// The file, for what is not written by finish(); open until this object goes away.
+    [[nodiscard]] int descriptor() const { return m_lock.get(); }
+
     /// Writes all bytes, puts them on disk and closes the file. False when any of that fails.
     [[nodiscard]] bool finish(std::string_view bytes);
 
