@@ -61,5 +61,19 @@ TEST_F(LinuxAccountTest, aDataHomeThatIsNotAbsoluteCountsAsNone) {
     EXPECT_EQ(LinuxAccount::dataHome(), std::nullopt);
 }
 
+TEST_F(LinuxAccountTest, theAppImageCountsOnlyForAProgramInsideIt) {
+    const std::string executable = LinuxAccount::executablePath();
+    EXPECT_EQ(LinuxAccount::startedFile(), executable);
+    ::setenv("APPIMAGE", "/home/anna/Kestrune.AppImage", 1);
+    EXPECT_EQ(LinuxAccount::startedFile(), executable);
+    ::setenv("APPDIR", root.c_str(), 1);
+    EXPECT_EQ(LinuxAccount::startedFile(), executable);
+    fs::create_directory_symlink(executable.substr(0, executable.rfind('/')), root + "/mount");
+    ::setenv("APPDIR", (root + "/mount").c_str(), 1);
+    EXPECT_EQ(LinuxAccount::startedFile(), "/home/anna/Kestrune.AppImage");
+    ::unsetenv("APPDIR");
+    ::unsetenv("APPIMAGE");
+}
+
 }  // namespace
 }  // namespace kestrune
