@@ -65,7 +65,7 @@ std::vector<std::string> catalogueNames(const std::string& locale) {
 
 bool isInPlace(const std::string& folder, const std::string& name) {
     const std::string file = folder + "/" + name + "/LC_MESSAGES/" + domain + ".mo";
-    return name.find('/') == std::string::npos && access(file.c_str(), R_OK) == 0;
+    return access(file.c_str(), R_OK) == 0;
 }
 
 Environment environmentOfProcess() {
@@ -104,7 +104,7 @@ std::string catalogue(const Environment& environment, const std::function<bool(c
             return "";
         }
         for (const std::string& name : names) {
-            if (!name.empty() && exists(name)) {
+            if (!name.empty() && name.find('/') == std::string::npos && exists(name)) {
                 return name;
             }
         }
