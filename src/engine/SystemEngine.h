@@ -135,7 +135,7 @@ public:
     void restartFinder();
     void toggleAnimations();
     [[nodiscard]] bool reduceFX() const;
-    void setReduceFX(bool reduce);
+    bool setReduceFX(bool reduce);   ///< false when it could not be saved
     std::int64_t clearUserCaches();  ///< nothing to do here: Storage does it; 0
 
     // Start at login. Main thread.

@@ -1,13 +1,12 @@
 #include "ui/ActivityPage.h"
 
-#include <QDateTime>
 #include <QSet>
 #include <QVBoxLayout>
-#include <cmath>
 #include <set>
 
 #include "ui/ActivityRow.h"
 #include "ui/EmptyState.h"
+#include "ui/LocalTime.h"
 #include "ui/RowList.h"
 #include "ui/ScrollArea.h"
 #include "ui/TextLabel.h"
@@ -19,14 +18,9 @@ namespace kestrune {
 
 namespace {
 
-std::chrono::seconds localOffset(WallTime time) {
-    const auto seconds = static_cast<qint64>(std::floor(time.time_since_epoch().count()));
-    return std::chrono::seconds(QDateTime::fromSecsSinceEpoch(seconds).offsetFromUtc());
-}
-
-// What a screen reader calls an entry's button: its title, and for a title that came before also when it was.
-QString buttonName(const QString& title, const QString& moment, QSet<QString>& taken) {
-    QString name = QStringLiteral("Show in Trash: %1").arg(title);
+// What tells an entry's buttons from those of others: its title, and for a title that came before also when it was.
+QString nameInButtons(const QString& title, const QString& moment, QSet<QString>& taken) {
+    QString name = title;
     if (taken.contains(name)) {
         name += QStringLiteral(", %1").arg(moment);
     }
@@ -44,11 +38,11 @@ ActivityPage::ActivityPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::activity, parent), m_dayLayout(new QVBoxLayout), m_empty(new EmptyState(body())) {
     auto* intro = new TextLabel(FontRole::body, Colour::text2, body());
     intro->setText(
-        QStringLiteral("Your last 100 actions are saved on this Mac. Moving files to Trash doesn't free space "
-                       "until you empty Trash in Finder."));
+        translated("Your last 100 actions are saved on this Mac. Moving files to Trash doesn't free space "
+                   "until you empty Trash in Finder."));
     intro->setFit(TextLabel::Fit::wrap);
-    m_empty->setContent(QStringLiteral("clock"), QStringLiteral("A clean slate"),
-                        QStringLiteral("Your cleanup and app actions will appear here."));
+    m_empty->setContent(QStringLiteral("clock"), translated("A clean slate"),
+                        translated("Your cleanup and app actions will appear here."));
     content().addWidget(intro);
     content().addLayout(m_dayLayout);
     content().addWidget(m_empty);
@@ -88,12 +82,14 @@ void ActivityPage::refresh() {
         std::vector<ListRow*>& rows = rowsOfDay.emplace_back();
         for (const ActivityEntry& entry : day.entries) {
             const QString time = shown(timeOfDayText(entry.date, localOffset));
-            const QString name =
-                entry.trashPath ? buttonName(shown(entry.title), dayTitle + QLatin1Char(' ') + time, taken) : QString();
+            const QString name = entry.trashPath
+                                     ? nameInButtons(shown(entry.title), dayTitle + QLatin1Char(' ') + time, taken)
+                                     : QString();
             ActivityRow*& row = m_rows[entry.id];
             if (row == nullptr) {
                 row = new ActivityRow(entry, dayTitle, time, name, body());
                 connect(row, &ActivityRow::showInTrashWanted, this, [this, entry] { store().showInTrash(entry); });
+                connect(row, &ActivityRow::putBackWanted, this, [this, entry] { store().putBack(entry); });
             } else {
                 row->setNames(dayTitle, name);
             }

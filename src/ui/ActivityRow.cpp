@@ -6,6 +6,7 @@
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -17,6 +18,11 @@ constexpr int rowHeight = 52;
 constexpr int symbolSize = 18;
 constexpr int columnGap = 12;
 constexpr int timeWidth = 36;
+constexpr int timeGap = 6;  // between the buttons and the time
+constexpr int smallestText = 220;
+constexpr int buttonsGap = 4;
+constexpr int buttonPadding = 8;  // within a button, beside its label
+constexpr int verticalPadding = 8;
 
 int timeColumn() {
     return std::max(Metrics::px(timeWidth), Metrics::tabularWidth(FontRole::detail, QStringLiteral("00:00")));
@@ -24,7 +30,7 @@ int timeColumn() {
 
 }  // namespace
 
-ActivityRow::ActivityRow(const ActivityEntry& entry, const QString& day, QString time, const QString& buttonName,
+ActivityRow::ActivityRow(const ActivityEntry& entry, const QString& day, QString time, const QString& nameInButtons,
                          QWidget* parent)
     : ListRow(parent),
       m_title(shown(entry.title)),
@@ -32,31 +38,48 @@ ActivityRow::ActivityRow(const ActivityEntry& entry, const QString& day, QString
       m_time(std::move(time)),
       m_failed(entry.failed) {
     if (entry.trashPath) {
-        m_show = new Button(Button::Kind::row, QStringLiteral("Show in Trash"), this);
+        m_putBack = new Button(Button::Kind::row, translated("Put Back"), this);
+        m_show = new Button(Button::Kind::row, translated("Show in Trash"), this);
+        connect(m_putBack, &Button::clicked, this, &ActivityRow::putBackWanted);
         connect(m_show, &Button::clicked, this, &ActivityRow::showInTrashWanted);
     }
-    setNames(day, buttonName);
+    setNames(day, nameInButtons);
 }
 
-void ActivityRow::setNames(const QString& day, const QString& buttonName) {
-    const QString outcome = m_failed ? QStringLiteral("failed") : QStringLiteral("done");
+void ActivityRow::setNames(const QString& day, const QString& nameInButtons) {
+    const QString outcome = m_failed ? translated("failed") : translated("done");
     setSpoken(QStringLiteral("%1, %2, %3, %4 %5").arg(m_title, outcome, m_detail, day, m_time));
     if (m_show != nullptr) {
-        m_show->setAccessibleName(buttonName);
+        m_putBack->setAccessibleName(translated("Put Back: %1", {nameInButtons}));
+        m_show->setAccessibleName(translated("Show in Trash: %1", {nameInButtons}));
     }
 }
 
 QList<QWidget*> ActivityRow::focusStops() const {
-    return m_show == nullptr ? QList<QWidget*>{} : QList<QWidget*>{m_show};
+    return m_show == nullptr ? QList<QWidget*>{} : QList<QWidget*>{m_putBack, m_show};
 }
 
 int ActivityRow::textLeft() const {
     return sidePadding + Metrics::px(symbolSize) + columnGap;
 }
 
+int ActivityRow::buttonsWidth() const {
+    return m_putBack->sizeHint().width() + m_show->sizeHint().width();
+}
+
+bool ActivityRow::areButtonsBelow(int width) const {
+    return m_show != nullptr &&
+           width - textLeft() - buttonsWidth() - timeColumn() - sidePadding < Metrics::px(smallestText);
+}
+
 int ActivityRow::textRight(int width) const {
     const int time = width - sidePadding - timeColumn();
-    return m_show == nullptr ? time - columnGap : time - 6 - m_show->sizeHint().width() - 4;
+    return m_show == nullptr || areButtonsBelow(width) ? time - columnGap : time - timeGap - buttonsWidth() - 4;
+}
+
+int ActivityRow::textHeight(int width) const {
+    const auto lines = static_cast<int>(detailLines(width).size());
+    return Metrics::lineHeight(FontRole::rowTitle) + 1 + lines * Metrics::lineHeight(FontRole::detail);
 }
 
 QStringList ActivityRow::detailLines(int width) const {
@@ -64,22 +87,31 @@ QStringList ActivityRow::detailLines(int width) const {
 }
 
 int ActivityRow::heightFor(int width) const {
-    const auto lines = static_cast<int>(detailLines(width).size());
-    const int text = Metrics::lineHeight(FontRole::rowTitle) + 1 + lines * Metrics::lineHeight(FontRole::detail);
-    return std::max(Metrics::px(rowHeight), text + 16);
+    const int buttons = areButtonsBelow(width) ? buttonsGap + m_show->sizeHint().height() : 0;
+    return std::max(Metrics::px(rowHeight), textHeight(width) + buttons + 2 * verticalPadding);
 }
 
 void ActivityRow::resizeEvent(QResizeEvent* event) {
     ListRow::resizeEvent(event);
     if (m_show != nullptr) {
-        const QSize size = m_show->sizeHint();
-        const int right = width() - sidePadding - timeColumn() - 6;
-        m_show->setGeometry(QRect(QPoint(right - size.width(), (height() - size.height()) / 2), size));
+        placeButtons();
     }
+}
+
+void ActivityRow::placeButtons() {
+    const QSize putBack = m_putBack->sizeHint();
+    const QSize show = m_show->sizeHint();
+    const bool below = areButtonsBelow(width());
+    const int end = below ? sidePadding - Metrics::px(buttonPadding) : sidePadding + timeColumn() + timeGap;
+    const int left = width() - end - buttonsWidth();
+    const int top = below ? height() - verticalPadding - show.height() : (height() - show.height()) / 2;
+    m_putBack->setGeometry(Mirror::shown(*this, QRect(QPoint(left, top), putBack)));
+    m_show->setGeometry(Mirror::shown(*this, QRect(QPoint(left + putBack.width(), top), show)));
 }
 
 void ActivityRow::hoverChanged(bool hovered) {
     if (m_show != nullptr) {
+        m_putBack->setRowHovered(hovered);
         m_show->setRowHovered(hovered);
     }
 }
@@ -90,22 +122,22 @@ QString ActivityRow::toolTipAt(const QPoint& place) const {
 }
 
 void ActivityRow::paintRow(QPainter& painter) {
+    const int texts = textHeight(width());
+    const int top = areButtonsBelow(width()) ? verticalPadding : (height() - texts + 1) / 2;
+    const int centre = areButtonsBelow(width()) ? 2 * top + texts : height();
     const int symbol = Metrics::px(symbolSize);
-    Icons::draw(painter, QPointF(sidePadding, (height() - symbol) / 2.0),
+    Icons::draw(painter, QPointF(sidePadding, (centre - symbol) / 2.0),
                 m_failed ? QStringLiteral("exclamationmark.circle") : QStringLiteral("checkmark.circle"),
                 Theme::colour(m_failed ? Colour::danger : Colour::success), symbol);
     const int title = Metrics::lineHeight(FontRole::rowTitle);
-    const int detail = Metrics::lineHeight(FontRole::detail);
-    const auto lines = static_cast<int>(detailLines(width()).size());
-    const int top = (height() - title - lines * detail) / 2;
     const int room = textRight(width()) - textLeft();
     Paint::text(painter, QRect(textLeft(), top, room, title), FontRole::rowTitle, Theme::colour(Colour::text1),
                 m_title);
-    Paint::paragraph(painter, QRect(textLeft(), top + title + 1, room, lines * detail), FontRole::detail,
+    Paint::paragraph(painter, QRect(textLeft(), top + title + 1, room, texts - title - 1), FontRole::detail,
                      Theme::colour(Colour::text3), m_detail);
     painter.setPen(Theme::colour(Colour::text3));
     Metrics::drawTabular(painter, width() - sidePadding - Metrics::tabularWidth(FontRole::detail, m_time),
-                         Paint::baseline(FontRole::detail, 0, height()), FontRole::detail, m_time);
+                         Paint::baseline(FontRole::detail, 0, centre), FontRole::detail, m_time);
 }
 
 }  // namespace kestrune

@@ -12,17 +12,18 @@ class ActivityRow final : public ListRow {
     Q_OBJECT
 
 public:
-    /// buttonName is what a screen reader calls the entry's button.
-    ActivityRow(const ActivityEntry& entry, const QString& day, QString time, const QString& buttonName,
+    /// nameInButtons is what the names of the entry's buttons end with, for screen readers.
+    ActivityRow(const ActivityEntry& entry, const QString& day, QString time, const QString& nameInButtons,
                 QWidget* parent = nullptr);
 
     [[nodiscard]] int heightFor(int width) const override;
     [[nodiscard]] QList<QWidget*> focusStops() const override;
 
-    /// Names what changes while the entry stays: its day, and what its button is called.
-    void setNames(const QString& day, const QString& buttonName);
+    /// Names what changes while the entry stays: its day, and what its buttons are called.
+    void setNames(const QString& day, const QString& nameInButtons);
 
 Q_SIGNALS:
+    void putBackWanted();
     void showInTrashWanted();
 
 protected:
@@ -33,13 +34,20 @@ protected:
 
 private:
     [[nodiscard]] int textLeft() const;
+    [[nodiscard]] int buttonsWidth() const;
+
+    /// Whether the buttons lie under the text, which would have too little room beside them.
+    [[nodiscard]] bool areButtonsBelow(int width) const;
     [[nodiscard]] int textRight(int width) const;
+    [[nodiscard]] int textHeight(int width) const;
+    void placeButtons();
     [[nodiscard]] QStringList detailLines(int width) const;
 
     QString m_title;
     QString m_detail;
     QString m_time;
     bool m_failed;
+    Button* m_putBack = nullptr;  // both or neither
     Button* m_show = nullptr;
 };
 

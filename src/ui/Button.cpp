@@ -6,6 +6,7 @@
 
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 
 namespace kestrune {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr double disabledOpacity = 0.45;
 constexpr double pressedShare = 0.08;
+constexpr int trailingSize = 14;
 
 }  // namespace
 
@@ -50,6 +52,8 @@ void Button::setSymbol(const QString& symbol) {
 
 void Button::setTrailingSymbol(const QString& symbol) {
     m_trailing = symbol;
+    updateGeometry();
+    update();
 }
 
 void Button::setSmallestWidth(int width) {
@@ -94,6 +98,14 @@ int Button::radius() const {
     return m_kind == Kind::row || m_kind == Kind::small ? 7 : 8;
 }
 
+int Button::trailingGap() const {
+    return m_kind == Kind::link ? Metrics::px(4) : Metrics::px(12);
+}
+
+int Button::trailingSide() const {
+    return m_kind == Kind::link ? 0 : Metrics::px(9);
+}
+
 QSize Button::sizeHint() const {
     if (m_label.isEmpty()) {
         return {Metrics::px(28), Metrics::px(28)};
@@ -103,7 +115,7 @@ QSize Button::sizeHint() const {
         width += Metrics::px(16) + Metrics::px(6) - 3;
     }
     if (!m_trailing.isEmpty()) {
-        width += Metrics::px(12) + Metrics::px(14) - Metrics::px(5);
+        width += trailingGap() + Metrics::px(trailingSize) + trailingSide() - sidePadding();
     }
     const bool low = m_kind == Kind::small || m_kind == Kind::row || m_kind == Kind::link;
     const int height = low ? Metrics::px(28) : Metrics::px(32);
@@ -164,7 +176,7 @@ QColor Button::ink() const {
 }
 
 void Button::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     if (!isEnabled() && m_kind != Kind::success) {
         painter.setOpacity(disabledOpacity);
     }
@@ -175,7 +187,7 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
     const int symbol = m_symbol.isEmpty() ? 0 : Metrics::px(16);
     const int gap = symbol == 0 || m_label.isEmpty() ? 0 : Metrics::px(6);
     const int label = Metrics::width(fontRole(), m_label);
-    const int trailing = m_trailing.isEmpty() ? 0 : Metrics::px(12) + Metrics::px(14);
+    const int trailing = m_trailing.isEmpty() ? 0 : Metrics::px(trailingSize);
     const int overhang = gap > 0 ? 3 : 0;
     int x = trailing > 0 ? sidePadding() : (width() - symbol - gap - label - overhang) / 2;
     if (symbol > 0) {
@@ -186,15 +198,17 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
     }
     Paint::text(painter, QRect(x, 0, label, height()), fontRole(), ink(), m_label);
     if (trailing > 0) {
-        const int size = Metrics::px(14);
-        Icons::draw(painter, QPointF(width() - Metrics::px(9) - size, (height() - size) / 2.0), m_trailing,
-                    Theme::colour(Colour::text2), size);
+        Icons::draw(painter, QPointF(width() - trailingSide() - trailing, (height() - trailing) / 2.0), m_trailing,
+                    m_kind == Kind::link ? ink() : Theme::colour(Colour::text2), trailing);
     }
 }
 
 void Button::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        click();
+        // A key that is still held down was meant for what stood here before.
+        if (!event->isAutoRepeat()) {
+            click();
+        }
         return;
     }
     QAbstractButton::keyPressEvent(event);

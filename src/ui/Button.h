@@ -27,6 +27,9 @@ public:
     /// The symbol before the label; empty for none.
     void setSymbol(const QString& symbol);
 
+    /// The symbol after the label; empty for none.
+    void setTrailingSymbol(const QString& symbol);
+
     /// Takes at least this much room for the label, so that changing it moves nothing.
     void setSmallestWidth(int width);
 
@@ -44,9 +47,6 @@ protected:
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
-    /// The symbol after the label; empty for none.
-    void setTrailingSymbol(const QString& symbol);
-
     [[nodiscard]] virtual bool isOpen() const { return false; }
 
 private:
@@ -55,6 +55,10 @@ private:
     [[nodiscard]] FontRole fontRole() const;
     [[nodiscard]] int sidePadding() const;
     [[nodiscard]] int radius() const;
+
+    /// From the label's end to the symbol after it, and from there to the button's edge.
+    [[nodiscard]] int trailingGap() const;
+    [[nodiscard]] int trailingSide() const;
 
     Kind m_kind;
     QString m_label;

@@ -13,10 +13,22 @@ namespace kestrune {
 
 namespace {
 
-constexpr int rowHeight = 56;
-constexpr int symbolSize = 20;
-constexpr int chevronSize = 16;
-constexpr int columnGap = 12;
+struct Shape {
+    int height;
+    int symbol;
+    int before;  // the symbol
+    int gap;     // behind it
+    const char* sign;
+};
+
+constexpr Shape toPage{56, 20, 15, 12, "chevron.right"};
+constexpr Shape toOutside{48, 22, 16, 14, "arrow.up.right"};
+constexpr int signSize = 16;
+constexpr int textGap = 12;  // between the texts and the sign
+
+const Shape& shapeOf(bool outside) {
+    return outside ? toOutside : toPage;
+}
 
 }  // namespace
 
@@ -27,9 +39,17 @@ NavigationRow::NavigationRow(QString symbol, QString title, QString detail, QWid
     setAccessibleDescription(m_detail);
 }
 
+void NavigationRow::setLeadsOutside() {
+    m_outside = true;
+}
+
+int NavigationRow::detailHeight() const {
+    return m_detail.isEmpty() ? 0 : 1 + Metrics::lineHeight(FontRole::detail);
+}
+
 int NavigationRow::heightFor(int /*width*/) const {
-    const int lines = Metrics::lineHeight(FontRole::rowTitle) + 1 + Metrics::lineHeight(FontRole::detail);
-    return std::max(Metrics::px(rowHeight), lines + 20);
+    const int lines = Metrics::lineHeight(FontRole::rowTitle) + detailHeight();
+    return std::max(Metrics::px(shapeOf(m_outside).height), lines + 20);
 }
 
 QList<QWidget*> NavigationRow::focusStops() const {
@@ -69,21 +89,23 @@ void NavigationRow::focusOutEvent(QFocusEvent* event) {
 }
 
 void NavigationRow::paintRow(QPainter& painter) {
-    const int symbol = Metrics::px(symbolSize);
-    Icons::draw(painter, QPointF(sidePadding, (height() - symbol) / 2.0), m_symbol, Theme::colour(Colour::text2),
+    const Shape& shape = shapeOf(m_outside);
+    const int symbol = Metrics::px(shape.symbol);
+    Icons::draw(painter, QPointF(shape.before, (height() - symbol) / 2.0), m_symbol, Theme::colour(Colour::text2),
                 symbol);
-    const int chevron = Metrics::px(chevronSize);
-    const int chevronLeft = width() - sidePadding - chevron;
-    Icons::draw(painter, QPointF(chevronLeft, (height() - chevron) / 2.0), QStringLiteral("chevron.right"),
-                Theme::colour(Colour::text3), chevron);
-    const int left = sidePadding + symbol + columnGap;
-    const int room = chevronLeft - columnGap - left;
+    const int sign = Metrics::px(signSize);
+    const int signLeft = width() - sidePadding - sign;
+    Icons::draw(painter, QPointF(signLeft, (height() - sign) / 2.0), QLatin1String(shape.sign),
+                Theme::colour(m_outside ? Colour::text2 : Colour::text3), sign);
+    const int left = shape.before + symbol + shape.gap;
+    const int room = signLeft - textGap - left;
     const int title = Metrics::lineHeight(FontRole::rowTitle);
-    const int detail = Metrics::lineHeight(FontRole::detail);
-    const int top = (height() - title - detail) / 2;
+    const int top = (height() - title - detailHeight() + 1) / 2;
     Paint::text(painter, QRect(left, top, room, title), FontRole::rowTitle, Theme::colour(Colour::text1), m_title);
-    Paint::text(painter, QRect(left, top + title + 1, room, detail), FontRole::detail, Theme::colour(Colour::text3),
-                m_detail);
+    if (!m_detail.isEmpty()) {
+        Paint::text(painter, QRect(left, top + title + 1, room, detailHeight() - 1), FontRole::detail,
+                    Theme::colour(Colour::text3), m_detail);
+    }
     if (m_ring) {
         Paint::innerRing(painter, rect().adjusted(1, 1, -1, -1), Metrics::px(12) - 2);
     }

@@ -11,6 +11,9 @@ class NavigationRow final : public ListRow {
 public:
     NavigationRow(QString symbol, QString title, QString detail, QWidget* parent = nullptr);
 
+    /// Makes it a row of one line, beside panels, that leads out of the program: to the user's browser.
+    void setLeadsOutside();
+
     [[nodiscard]] int heightFor(int width) const override;
     [[nodiscard]] QList<QWidget*> focusStops() const override;
 
@@ -31,9 +34,12 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    [[nodiscard]] int detailHeight() const;
+
     QString m_symbol;
     QString m_title;
     QString m_detail;
+    bool m_outside = false;
     bool m_ring = false;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ui/FocusRing.h"
+#include "ui/Mirror.h"
 #include "ui/Motion.h"
 #include "ui/Paint.h"
 
@@ -15,6 +16,7 @@ namespace {
 constexpr int trackWidth = 36;
 constexpr int trackHeight = 20;
 constexpr int gap = 10;
+constexpr int wideGap = 16;
 constexpr int knobTime = 120;  // milliseconds
 constexpr double edge = 1.5;
 constexpr double disabledOpacity = 0.45;
@@ -29,14 +31,52 @@ Toggle::Toggle(const QString& label, QWidget* parent) : QCheckBox(parent), m_lab
     m_knob.setEndValue(1.0);
     connect(&m_knob, &QVariantAnimation::valueChanged, this, [this] { update(); });
     connect(this, &QCheckBox::toggled, this, [this](bool on) {
-        m_knob.stop();
-        m_knob.setDirection(on ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
-        m_knob.setDuration(Motion::duration(knobTime));
-        if (isVisible() && m_knob.duration() > 0) {
-            m_knob.start();
+        moveKnob(on);
+        if (!m_following) {
+            Q_EMIT asked(on);
         }
-        update();
     });
+}
+
+void Toggle::moveKnob(bool on) {
+    // What is switched back at once turns round where it is.
+    m_knob.setDirection(on ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
+    m_knob.setDuration(Motion::duration(knobTime));
+    if (!isVisible() || m_knob.duration() == 0) {
+        m_knob.stop();
+    } else if (m_knob.state() != QAbstractAnimation::Running) {
+        m_knob.start();
+    }
+    update();
+}
+
+void Toggle::setOn(bool on) {
+    m_following = true;
+    setChecked(on);
+    m_following = false;
+}
+
+void Toggle::setStretched() {
+    m_stretched = true;
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void Toggle::setSpaceBelow(int height) {
+    if (m_spaceBelow != height) {
+        m_spaceBelow = height;
+        update();
+    }
+}
+
+int Toggle::labelWidth(int width) const {
+    return width - Metrics::px(trackWidth) - Metrics::px(m_stretched ? wideGap : gap);
+}
+
+int Toggle::labelHeight(int width) const {
+    const auto lines = m_stretched ? Paint::wrapped(FontRole::body, m_label, labelWidth(width)).size() : 1;
+    return static_cast<int>(lines) * Metrics::lineHeight(FontRole::body);
 }
 
 QSize Toggle::sizeHint() const {
@@ -59,14 +99,19 @@ QRect Toggle::track() const {
 }
 
 void Toggle::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled()) {
         painter.setOpacity(disabledOpacity);
     }
     const QRect ground = track();
-    Paint::text(painter, QRect(0, 0, ground.left() - Metrics::px(gap), height()), FontRole::body,
-                Theme::colour(Colour::text1), m_label);
+    const int high = labelHeight(width());
+    const QRect label(0, (height() - high - m_spaceBelow) / 2, labelWidth(width()), high);
+    if (m_stretched) {
+        Paint::paragraph(painter, label, FontRole::body, Theme::colour(Colour::text1), m_label);
+    } else {
+        Paint::text(painter, label, FontRole::body, Theme::colour(Colour::text1), m_label);
+    }
     const QRectF outline = QRectF(ground).adjusted(edge / 2, edge / 2, -edge / 2, -edge / 2);
     painter.setPen(QPen(Theme::colour(isChecked() ? Colour::accent : Colour::border), edge));
     painter.setBrush(isChecked() ? QBrush(Theme::colour(Colour::accent)) : QBrush(Qt::NoBrush));
@@ -94,7 +139,7 @@ void Toggle::keyPressEvent(QKeyEvent* event) {
 void Toggle::focusInEvent(QFocusEvent* event) {
     QCheckBox::focusInEvent(event);
     if (FocusRing::isDue(event->reason())) {
-        FocusRing::follow(*this, track(), track().height() / 2);
+        FocusRing::follow(*this, Mirror::shown(*this, track()), track().height() / 2);
     }
 }
 

@@ -13,13 +13,15 @@
 
 #include "ui/AIToolsPage.h"
 #include "ui/ActivityPage.h"
+#include "ui/AutomationPage.h"
 #include "ui/ExplorerPage.h"
+#include "ui/Mirror.h"
 #include "ui/OverviewPage.h"
 #include "ui/RunningAppsPage.h"
+#include "ui/SettingsPage.h"
 #include "ui/Sidebar.h"
 #include "ui/StoragePage.h"
 #include "ui/Theme.h"
-#include "ui/UnbuiltPage.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -128,11 +130,14 @@ QWidget* WorkspaceWindow::makePage(WorkspacePage page) {
             return new AIToolsPage(m_store, this);
         case WorkspacePage::apps:
             return new RunningAppsPage(m_store, this);
+        case WorkspacePage::automation:
+            return new AutomationPage(m_store, this);
         case WorkspacePage::activity:
             return new ActivityPage(m_store, this);
-        default:
-            return new UnbuiltPage(m_store, page, this);
+        case WorkspacePage::settings:
+            return new SettingsPage(m_store, this);
     }
+    return nullptr;
 }
 
 void WorkspaceWindow::showPage() {
@@ -146,6 +151,8 @@ void WorkspaceWindow::showPage() {
     m_pages->setCurrentWidget(made);
     if (showsProcesses(page)) {
         m_store.refreshProcesses();
+    } else if (page == WorkspacePage::settings) {
+        m_store.refreshSettings();
     }
 }
 
@@ -162,7 +169,7 @@ void WorkspaceWindow::closeEvent(QCloseEvent* event) {
 }
 
 void WorkspaceWindow::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     const int edge = Sidebar::breadth() - 1;
     painter.fillRect(rect(), Theme::colour(Colour::window));
     painter.fillRect(QRect(0, 0, edge, height()), Theme::colour(Colour::sidebar));

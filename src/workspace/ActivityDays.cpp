@@ -7,17 +7,21 @@
 #include <map>
 #include <string_view>
 
+#include "base/Localized.h"
+
 namespace kestrune {
 
 namespace {
 
 using Days = std::chrono::sys_days;
 
-constexpr std::array<std::string_view, 7> weekdayNames{"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                       "Thursday", "Friday", "Saturday"};
-constexpr std::array<std::string_view, 12> monthNames{"January",   "February", "March",    "April",
-                                                      "May",       "June",     "July",     "August",
-                                                      "September", "October",  "November", "December"};
+constexpr std::array<std::string_view, 7> weekdayNames{
+    localizable("Sunday"),   localizable("Monday"), localizable("Tuesday"), localizable("Wednesday"),
+    localizable("Thursday"), localizable("Friday"), localizable("Saturday")};
+constexpr std::array<std::string_view, 12> monthNames{
+    localizable("January"),   localizable("February"), localizable("March"),    localizable("April"),
+    localizable("May"),       localizable("June"),     localizable("July"),     localizable("August"),
+    localizable("September"), localizable("October"),  localizable("November"), localizable("December")};
 
 // The log is a file anyone can edit: a date beyond the calendar is moved to its end.
 constexpr double earliest = -62'135'596'800;  // 0001-01-01 00:00:00 UTC
@@ -32,20 +36,22 @@ std::chrono::sys_seconds localTime(WallTime time, const UtcOffset& offset) {
 
 std::string dayTitle(Days day, Days today) {
     if (day == today) {
-        return "Today";
+        return localized("Today");
     }
     if (day == today - std::chrono::days{1}) {
-        return "Yesterday";
+        return localized("Yesterday");
     }
     const std::chrono::year_month_day date{day};
     const std::chrono::weekday weekday{day};
-    std::string title = std::string(weekdayNames.at(weekday.c_encoding())) + " " +
-                        std::to_string(static_cast<unsigned>(date.day())) + " " +
-                        std::string(monthNames.at(static_cast<unsigned>(date.month()) - 1));
+    const std::string weekdayName = localized(weekdayNames.at(weekday.c_encoding()));
+    const std::string dayNumber = std::to_string(static_cast<unsigned>(date.day()));
+    const std::string month = localized(monthNames.at(static_cast<unsigned>(date.month()) - 1));
     if (date.year() != std::chrono::year_month_day{today}.year()) {
-        title += " " + std::to_string(static_cast<int>(date.year()));
+        // Translators: weekday, day of the month, month, year.
+        return localized("%1 %2 %3 %4", {weekdayName, dayNumber, month, std::to_string(static_cast<int>(date.year()))});
     }
-    return title;
+    // Translators: weekday, day of the month, month.
+    return localized("%1 %2 %3", {weekdayName, dayNumber, month});
 }
 
 std::string twoDigits(std::int64_t number) {
@@ -70,11 +76,18 @@ std::vector<ActivityDay> activityDays(const std::vector<ActivityEntry>& entries,
     return days;
 }
 
+std::string dayAndTimeText(WallTime time, WallTime now, const UtcOffset& offset) {
+    const auto day = std::chrono::floor<std::chrono::days>(localTime(time, offset));
+    const auto today = std::chrono::floor<std::chrono::days>(localTime(now, offset));
+    return localized("%1 at %2", {dayTitle(day, today), timeOfDayText(time, offset)});
+}
+
 std::string timeOfDayText(WallTime time, const UtcOffset& offset) {
     const auto local = localTime(time, offset);
     const auto minutes =
         std::chrono::floor<std::chrono::minutes>(local - std::chrono::floor<std::chrono::days>(local)).count();
-    return twoDigits(minutes / 60) + ":" + twoDigits(minutes % 60);
+    // Translators: hours, from 00 to 23, and minutes.
+    return localized("%1:%2", {twoDigits(minutes / 60), twoDigits(minutes % 60)});
 }
 
 }  // namespace kestrune

@@ -26,6 +26,9 @@ using UtcOffset = std::function<std::chrono::seconds(WallTime)>;
 [[nodiscard]] std::vector<ActivityDay> activityDays(const std::vector<ActivityEntry>& entries, WallTime now,
                                                     const UtcOffset& offset);
 
+/// The local day and time, "Today at 09:12", the day as in activityDays().
+[[nodiscard]] std::string dayAndTimeText(WallTime time, WallTime now, const UtcOffset& offset);
+
 /// The local time of day, "14:22".
 [[nodiscard]] std::string timeOfDayText(WallTime time, const UtcOffset& offset);
 

@@ -1,5 +1,6 @@
 #include "workspace/WorkspaceStore.h"
 
+#include "base/Localized.h"
 #include "workspace/ActivityLog.h"
 #include "workspace/PreferenceKeys.h"
 #include "workspace/WorkspaceStoreCleanup.h"
@@ -26,6 +27,7 @@ WorkspaceStore::WorkspaceStore(WorkspaceStoreParts parts)
     lastReminder.set(m_parts.preferences.date(PreferenceKeys::lastScanReminder));
     excluded.set(asSet(m_parts.preferences.texts(PreferenceKeys::exclusions).value_or(Preferences::Texts{})));
     protectedApps.set(asSet(m_parts.engine.alwaysKeepApps()));
+    reducedMotion.set(m_parts.engine.reduceFX());
     history.set(ActivityLog::load(m_parts.fileStore, home()));
 }
 
@@ -62,7 +64,7 @@ std::size_t WorkspaceStore::ask(const Alert& alert) {
 
 void WorkspaceStore::noteSaved(bool saved) {
     if (!saved) {
-        message.set("This setting works for this session, but couldn't be saved.");
+        message.set(localized("This setting works for this session, but couldn't be saved."));
     }
 }
 

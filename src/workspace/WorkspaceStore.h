@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/Clock.h"
+#include "base/Localized.h"
 #include "base/OperationCancellation.h"
 #include "base/Published.h"
 #include "base/SerialQueue.h"
@@ -122,9 +123,9 @@ public:
     Published<std::vector<TelemetrySample>> telemetryHistory;
     Published<std::vector<RunningItem>> running;
     Published<bool> processesListed{false};  ///< running holds the result of a listing, perhaps an empty one
-    Published<std::string> pressure{"Observing"};
+    Published<std::string> pressure{localizable("Observing")};  ///< in English, as are its other values
     Published<bool> updateAvailable{false};
-    Published<std::string> updateStatus{"Automatic checks run daily."};
+    Published<std::string> updateStatus{localized("Automatic checks run daily.")};
     Published<std::vector<ActivityEntry>> history;
     Published<std::set<std::string>> excluded;
     Published<std::set<std::string>> protectedApps;
@@ -153,7 +154,7 @@ public:
 
     // Settings.
 
-    /// Reads anew what the system keeps: launchesAtLogin and notificationsAllowed.
+    /// Reads anew what is kept elsewhere: launchesAtLogin, reducedMotion and, perhaps only later, notificationsAllowed.
     void refreshSettings();
 
     /// Turns starting at login on or off, whichever the system says it is not.
@@ -319,7 +320,8 @@ private:
     void noteSaved(bool saved);  ///< tells the user when a setting holds for this session only
     void refreshNetworkRates(Seconds now);
 
-    void openPage(const std::string& address);
+    /// Opens address, or says failure in message, with what to do about it.
+    void openPage(const std::string& address, const std::string& failure);
 
     [[nodiscard]] bool lastScanWasStopped() const;
     void publishScan(std::vector<CleanTarget> found, std::vector<std::string> notes);
@@ -331,6 +333,9 @@ private:
     /// Files the current item's outcome with the moved or the failed ones; the entry that tells of it.
     [[nodiscard]] ActivityEntry takeOutcome(Cleanup& cleanup) const;
     void finishCleanup(const Cleanup& cleanup);
+
+    /// The catalog's title of path, or else its last component.
+    [[nodiscard]] std::string nameOfPlace(const std::string& path) const;
 
     // Applications and processes.
 
@@ -370,6 +375,7 @@ private:
     std::unique_ptr<Timer> m_monitorTimer;
     std::unique_ptr<Timer> m_refreshTimer;  ///< of refreshProcessesSoon
     bool m_confirming = false;
+    bool m_puttingBack = false;
     bool m_processRefreshInFlight = false;
     std::optional<bool> m_waitingReview;  ///< the argument of cleanChosen() that a question holds up
     std::shared_ptr<Cleanup> m_cleanup;   ///< while isCleaning

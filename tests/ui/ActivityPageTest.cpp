@@ -1,6 +1,7 @@
 #include "ui/ActivityPage.h"
 
 #include <QElapsedTimer>
+#include <QSet>
 
 #include "tests/ui/WindowFixture.h"
 #include "ui/ActivityRow.h"
@@ -67,6 +68,59 @@ TEST_F(ActivityPageTest, showInTrashOfAGoneItemShowsTheMissingItemMessage) {
     EXPECT_TRUE(fixture.fileViewer.revealed.empty());
     EXPECT_TRUE(shows(QStringLiteral(
         "This item is no longer at its recorded Trash location. It may have been restored or emptied.")));
+}
+
+TEST_F(ActivityPageTest, putBackAsksTheStoreToPutTheEntryBack) {
+    const ActivityEntry moved = entry(1, 0);
+    const FileIdentity item{1, 2, 3, 0};
+    fixture.trash.plans[*moved.trashPath] = {*moved.trashPath, "/home/anna/.gradle/caches", item};
+    fixture.store().history.set({moved});
+    open(WorkspacePage::activity);
+    click(QStringLiteral("Put Back: Moved Gradle Caches to Trash"));
+    fixture.settle();
+    ASSERT_EQ(fixture.trash.putBacks.size(), 1U);
+    EXPECT_EQ(fixture.trash.putBacks.front().location, *moved.trashPath);
+}
+
+TEST_F(ActivityPageTest, buttonsOfEntriesWithTheSameTitleHaveNamesOfTheirOwn) {
+    fixture.store().history.set({entry(1, 0), entry(2, 0), entry(3, 0)});
+    open(WorkspacePage::activity);
+    QSet<QString> names;
+    for (const ActivityRow* row : rows()) {
+        const QList<QWidget*> stops = row->focusStops();
+        ASSERT_EQ(stops.size(), 2);
+        EXPECT_TRUE(stops.at(0)->accessibleName().startsWith(QStringLiteral("Put Back: Moved Gradle")));
+        EXPECT_TRUE(stops.at(1)->accessibleName().startsWith(QStringLiteral("Show in Trash: Moved Gradle")));
+        names.insert(stops.at(0)->accessibleName());
+        names.insert(stops.at(1)->accessibleName());
+    }
+    EXPECT_EQ(names.size(), 6);
+}
+
+TEST_F(ActivityPageTest, tabGoesFromPutBackToShowInTrashAndDownTheRows) {
+    fixture.store().history.set({entry(1, 0), entry(2, 86'400)});
+    open(WorkspacePage::activity);
+    QStringList stops = tabStops();
+    stops.removeAll(QString());
+    ASSERT_EQ(stops.size(), 5);
+    EXPECT_EQ(stops.at(1), QStringLiteral("Put Back: Moved Gradle Caches to Trash"));
+    EXPECT_EQ(stops.at(2), QStringLiteral("Show in Trash: Moved Gradle Caches to Trash"));
+    EXPECT_TRUE(stops.at(3).startsWith(QStringLiteral("Put Back: Moved Gradle Caches to Trash, Yesterday")));
+}
+
+TEST_F(ActivityPageTest, buttonsGoBelowATextThatHasTooLittleRoom) {
+    ActivityRow row(entry(1, 0), QStringLiteral("Today"), QStringLiteral("14:22"), QStringLiteral("Moved"));
+    const auto texts = [&row](int width) {
+        row.resize(width, row.heightFor(width));
+        return row.focusStops().at(0)->geometry();
+    };
+    EXPECT_LT(texts(700).top(), 20) << "beside the text";
+    const int wide = row.height();
+    const QRect below = texts(300);
+    EXPECT_GT(row.height(), wide);
+    EXPECT_GT(below.top(), wide / 2);
+    EXPECT_GE(below.left(), 0);
+    EXPECT_LE(row.focusStops().at(1)->geometry().right(), 300);
 }
 
 TEST_F(ActivityPageTest, entryWithoutATrashPathHasNoButton) {

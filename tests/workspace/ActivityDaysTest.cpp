@@ -89,4 +89,11 @@ TEST(ActivityDays, datesBeyondTheCalendarAreMovedToItsEnd) {
     EXPECT_EQ(titleOf(WallTime{Seconds{std::numeric_limits<double>::quiet_NaN()}}), "Thursday 1 January 1970");
 }
 
+TEST(ActivityDays, momentIsToldByDayAndTime) {
+    EXPECT_EQ(dayAndTimeText(now, now, utc), "Today at 14:22");
+    EXPECT_EQ(dayAndTimeText(now - day, now, utc), "Yesterday at 14:22");
+    EXPECT_EQ(dayAndTimeText(now - 3 * day, now, twoHoursAhead), "Wednesday 18 November at 16:22");
+    EXPECT_EQ(dayAndTimeText(now + 14 * hour, now, utc), "Sunday 22 November at 04:22");
+}
+
 }  // namespace kestrune

@@ -9,15 +9,19 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/LinuxTranslation.h"
 #include "tests/fakes/StoreFixture.h"
 #include "tests/ui/pictures/AlertScenes.h"
 #include "tests/ui/pictures/ExplorerScenes.h"
 #include "tests/ui/pictures/RunningScenes.h"
+#include "tests/ui/pictures/SettingsScenes.h"
+#include "tests/ui/pictures/UpdateScenes.h"
 #include "ui/AlertDialog.h"
 #include "ui/Metrics.h"
 #include "ui/Motion.h"
 #include "ui/PortReviewWindow.h"
 #include "ui/Theme.h"
+#include "ui/UpdateWindow.h"
 #include "ui/WorkspaceWindow.h"
 
 namespace {
@@ -99,6 +103,17 @@ void addHistory(StoreFixture& fixture, int count) {
     fixture.store().history.set(history);
 }
 
+void addLengthyHistory(StoreFixture& fixture) {
+    addHistory(fixture, 3);
+    std::vector<ActivityEntry> history = fixture.store().history.get();
+    history.at(0).title = "Moved a cache & folder <b>whose</b> name goes on and on without an end in sight to Trash";
+    history.at(1).detail =
+        "The file system that holds this item is mounted read-only, and nothing on it can be moved before it is "
+        "mounted for writing again. " +
+        std::string(120, 'x');
+    fixture.store().history.set(history);
+}
+
 void full(StoreFixture& fixture) {
     addCaches(fixture);
     fixture.scan();
@@ -167,8 +182,14 @@ std::vector<Scene> scenes() {
         {"activity-empty", on(P::activity, unscanned)},
         {"activity", on(P::activity, [](StoreFixture& fixture) { addHistory(fixture, 7); })},
         {"activity-100", on(P::activity, [](StoreFixture& fixture) { addHistory(fixture, 100); })},
-        {"unbuilt", on(P::automation, unscanned)},
+        {"activity-long", on(P::activity, [](StoreFixture& fixture) { addLengthyHistory(fixture); })},
     };
+    for (const SettingsScene& scene : automationScenes()) {
+        all.push_back({scene.name, on(P::automation, scene.prepare)});
+    }
+    for (const SettingsScene& scene : settingsScenes()) {
+        all.push_back({scene.name, on(P::settings, scene.prepare)});
+    }
     for (const RunningScene& scene : runningAppsScenes()) {
         all.push_back({scene.name, on(P::apps, scene.prepare)});
     }
@@ -249,6 +270,19 @@ void takeAlerts(const QDir& folder, bool dark, const QString& start) {
     }
 }
 
+void takeUpdates(const QDir& folder, bool dark, const QString& start) {
+    Theme::setDark(dark);
+    QtUpdatePresenter presenter([] {});
+    for (const UpdateScene& scene : updateScenes()) {
+        if (!QLatin1String(scene.name).startsWith(start)) {
+            continue;
+        }
+        scene.show(presenter);
+        const QString tone = dark ? QStringLiteral("-dark.png") : QStringLiteral("-light.png");
+        save(*presenter.window(), folder.filePath(QLatin1String(scene.name) + tone));
+    }
+}
+
 void takePorts(const QDir& folder, const Look& look, const QString& start) {
     Theme::setDark(look.dark);
     for (const RunningScene& scene : portScenes()) {
@@ -268,8 +302,9 @@ void takePorts(const QDir& folder, const Look& look, const QString& start) {
 }  // namespace
 
 // kestrune-pictures <folder> [body pixels] [font family] [start of the names wanted]; QT_SCALE_FACTOR=2 makes them
-// twice as fine.
+// twice as fine, LANGUAGE=de gives them in that language, -reverse as people see them who read from right to left.
 int main(int argc, char** argv) {
+    LinuxTranslation::install(LinuxTranslation::installedFolder());
     QApplication app(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
@@ -295,6 +330,7 @@ int main(int argc, char** argv) {
             takePorts(folder, {dark, size}, start);
         }
         takeAlerts(folder, dark, start);
+        takeUpdates(folder, dark, start);
     }
     return 0;
 }
