@@ -224,7 +224,9 @@ void HttpsTransfer::end(std::optional<FetchFailure> failure) {
 void HttpsTransfer::dropReply() {
     if (QNetworkReply* const reply = std::exchange(m_reply, nullptr)) {
         reply->disconnect(this);
-        reply->abort();
+        if (reply->isRunning()) {
+            reply->abort();
+        }
         reply->deleteLater();
     }
 }
