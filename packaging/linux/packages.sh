@@ -20,7 +20,7 @@ desktop=(
 
 # Tools that the tests compare with, more applications to end, and what the tests are built with.
 test=(
-  iproute2 lsof openssl python3-pytest trash-cli util-linux
+  appstream desktop-file-utils iproute2 lsof openssl python3-pytest systemd trash-cli util-linux
   featherpad sway xterm
   clang-format libbenchmark-dev libgmock-dev libgtest-dev
 )
@@ -28,7 +28,7 @@ test=(
 # What makes a Debian package of it.
 package=(dpkg-dev)
 
-deep=(clang-tidy mount pkexec polkitd strace)
+deep=(clang-tidy debootstrap lintian mount pkexec polkitd strace)
 
 say() {
   printf '%s\n' "$*" >&2
