@@ -19,7 +19,7 @@ class FetchTask final {
 public:
     using Answer = std::function<void(const FetchAnswer&)>;
 
-    static constexpr std::int64_t largestArchive = std::int64_t{1} << 30;
+    static constexpr std::int64_t largestArchive = std::int64_t{4} << 30;
 
     /// How long the transfer of a feed may take.
     static constexpr std::chrono::milliseconds feedPatience{30'000};
