@@ -1,30 +1,27 @@
 // Moves an item to the Trash over and over while other processes exchange what lies on the way for a link to a victim:
 // SwapAttack WORKFOLDER RUNS. After every run it looks where everything is. Exit status 0 when no run went wrong.
 #include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <functional>
 #include <iostream>
-#include <iterator>
 #include <string>
 #include <vector>
 
-#include "platform/linux/LinuxFileDescriptor.h"
 #include "platform/linux/LinuxTrash.h"
 #include "platform/linux/TrashInfo.h"
+#include "tests/attack/Attacker.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using kestrune::FileIdentity;
+using kestrune::attack::Attacker;
+using kestrune::attack::contentOf;
+using kestrune::attack::inodeOf;
+using kestrune::attack::writeFile;
 
 constexpr uid_t somebodyElse = 12345;
 
@@ -58,51 +55,6 @@ struct Tally {
     int refused = 0;
     int leftInTrash = 0;
     int wrong = 0;
-};
-
-std::string contentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-void writeFile(const fs::path& file, const std::string& content) {
-    std::ofstream(file, std::ios::binary) << content;
-}
-
-/// A process that exchanges two names until it is killed.
-class Attacker final {
-public:
-    Attacker(const std::string& one, const std::string& other) {
-        std::array<int, 2> pipe = {-1, -1};
-        if (::pipe2(pipe.data(), O_CLOEXEC) != 0 || (m_process = ::fork()) < 0) {
-            std::perror("attacker");
-            std::exit(2);
-        }
-        const kestrune::LinuxFileDescriptor started(pipe[0]);
-        kestrune::LinuxFileDescriptor starts(pipe[1]);
-        for (int i = 0; m_process == 0; ++i) {
-            ::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
-            if (i > warmUp) {
-                starts.reset();
-            }
-        }
-        starts.reset();
-        char byte = 0;
-        const auto ended = ::read(started.get(), &byte, 1);
-        static_cast<void>(ended);
-    }
-
-    Attacker(const Attacker&) = delete;
-    Attacker& operator=(const Attacker&) = delete;
-
-    ~Attacker() {
-        ::kill(m_process, SIGKILL);
-        ::waitpid(m_process, nullptr, 0);
-    }
-
-private:
-    static constexpr int warmUp = 20;
-    pid_t m_process = -1;
 };
 
 class Arena final {
@@ -166,11 +118,6 @@ private:
             fs::create_directories(victim + inTrash);
             writeFile(victim + inTrash + "/content", "victim");
         }
-    }
-
-    static ino_t inodeOf(const std::string& path) {
-        struct stat status = {};
-        return ::lstat(path.c_str(), &status) == 0 ? status.st_ino : 0;
     }
 
     /// Exchanges the two names once more when the attacker stopped half way.

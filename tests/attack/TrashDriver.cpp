@@ -1,13 +1,12 @@
 // One move to the Trash, as a program of its own: TrashDriver HOME RELATIVE [DEVICE:INODE:SECONDS:NANOSECONDS]
 // Prints "ok LOCATION", or "failed CODE MESSAGE"; exit status 0 when the move was reported as done, 1 when it failed.
 // In the system call trace the move lies between two reads of the descriptor -1 (marks).
-#include <unistd.h>
-
 #include <cstdlib>
 #include <iostream>
 #include <sstream>
 
 #include "platform/linux/LinuxTrash.h"
+#include "tests/attack/TraceMark.h"
 
 namespace {
 
@@ -18,12 +17,6 @@ std::optional<kestrune::FileIdentity> parsedIdentity(const char* text) {
     fields >> identity.device >> colon >> identity.inode >> colon >> identity.birthSeconds >> colon >>
         identity.birthNanoseconds;
     return fields ? std::optional(identity) : std::nullopt;
-}
-
-void mark() {
-    char byte = 0;
-    const auto ignored = ::read(-1, &byte, 1);
-    static_cast<void>(ignored);
 }
 
 }  // namespace
@@ -39,9 +32,9 @@ int main(int count, char** arguments) {
     if (count > 3) {
         request.expected = parsedIdentity(arguments[3]);
     }
-    mark();
+    kestrune::attack::mark();
     const auto result = trash.moveToTrash(request);
-    mark();
+    kestrune::attack::mark();
     if (result.ok()) {
         std::cout << "ok " << result.value().location << '\n';
         return EXIT_SUCCESS;

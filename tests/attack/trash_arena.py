@@ -4,10 +4,13 @@ import os
 import re
 import shutil
 import subprocess
+import sys
+import time
 import urllib.parse
 
 RECORD = re.compile(rb"\[Trash Info\]\nPath=([^\n]+)\nDeletionDate=\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\n")
 LEFT_IN_TRASH = "This item is in the Trash"
+INSIDE = "--inside-namespace"
 
 
 class Violation(Exception):
@@ -101,3 +104,75 @@ def whole_record(path, recorded):
     match = RECORD.fullmatch(text)
     if not match or os.fsdecode(urllib.parse.unquote_to_bytes(match[1])) != recorded:
         raise Violation(f"a record that is not whole or not of {recorded}: {text!r}")
+
+
+def run(*command):
+    subprocess.run(command, check=True)
+
+
+def mount_memory(folder, options="mode=755"):
+    os.makedirs(folder, exist_ok=True)
+    run("mount", "-t", "tmpfs", "-o", options, "tmpfs", folder)
+
+
+def expect(condition, what):
+    if not condition:
+        raise Violation(what)
+
+
+def unmount_all(folder):
+    """Takes away what is mounted at folder and below it."""
+    with open("/proc/self/mountinfo", encoding="utf-8") as mounts:
+        points = [line.split()[4] for line in mounts]
+    for point in reversed(points):
+        if point == folder or point.startswith(folder + "/"):
+            run("umount", point)
+
+
+def begun_renames(trace):
+    with open(trace, encoding="utf-8", errors="replace") as calls:
+        return calls.read().count("renameat2(")
+
+
+def paused(command, trace, *meanwhile):
+    """Runs a driver that stops before each of its renames, for as many steps as given; what it reported."""
+    with open(trace, "wb"):
+        pass
+    pause = ("-e", "trace=renameat2", "-e", "inject=renameat2:delay_enter=700000")
+    with subprocess.Popen(("strace", "-o", trace, *pause, *command), stdout=subprocess.PIPE) as move:
+        for number, step in enumerate(meanwhile, 1):
+            while begun_renames(trace) < number and move.poll() is None:
+                time.sleep(0.01)
+            step()
+        return os.fsdecode(move.communicate(timeout=20)[0]).strip()
+
+
+def run_cases(suite, helpers):
+    """Runs every method of suite that is no helper as one case; the exit status."""
+    names = [name for name, case in vars(type(suite)).items()
+             if callable(case) and not name.startswith("_") and not isinstance(case, staticmethod) and name not in helpers]
+    wrong = 0
+    for name in names:
+        try:
+            getattr(suite, name)()
+            print(f"{name}: as promised", flush=True)
+        except Violation as violation:
+            wrong += 1
+            print(f"WRONG ({name}): {violation}", flush=True)
+    suite.clear()
+    print(f"cases: {len(names)}, wrong: {wrong}")
+    return 1 if wrong or not names else 0
+
+
+def in_namespace_of_its_own(script, run_suite):
+    """The main program SCRIPT DRIVER WORKFOLDER: starts itself again where nobody else sees its mounts."""
+    driver, work = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
+    os.makedirs(work, exist_ok=True)
+    if INSIDE in sys.argv:
+        sys.exit(run_suite(driver, work))
+    namespace = ("unshare", "-m", "--propagation", "private")
+    try:
+        subprocess.run((*namespace, "true"), check=True, stderr=subprocess.PIPE)
+    except (OSError, subprocess.CalledProcessError) as error:
+        sys.exit(f"no mount namespace permitted here, so nothing could be tested: {error}")
+    sys.exit(subprocess.run((*namespace, sys.executable, script, driver, work, INSIDE), check=False).returncode)

@@ -12,26 +12,11 @@ import shutil
 import stat
 import subprocess
 import sys
-import time
 
-from trash_arena import Arena, Violation, listed, whole_record
+from trash_arena import (Arena, Violation, expect, in_namespace_of_its_own, listed, mount_memory, paused, run, run_cases,
+                         unmount_all, whole_record)
 
-INSIDE = "--inside-namespace"
 ORDINARY_USER = 12345
-
-
-def run(*command):
-    subprocess.run(command, check=True)
-
-
-def mount_memory(folder, options="mode=755"):
-    os.makedirs(folder, exist_ok=True)
-    run("mount", "-t", "tmpfs", "-o", options, "tmpfs", folder)
-
-
-def expect(condition, what):
-    if not condition:
-        raise Violation(what)
 
 
 def fill(folder):
@@ -44,11 +29,6 @@ def fill(folder):
             except OSError as error:
                 if error.errno != errno.ENOSPC:
                     raise
-
-
-def begun_renames(trace):
-    with open(trace, encoding="utf-8", errors="replace") as calls:
-        return calls.read().count("renameat2(")
 
 
 class Disks:
@@ -68,11 +48,7 @@ class Disks:
         return arena
 
     def clear(self):
-        with open("/proc/self/mountinfo", encoding="utf-8") as mounts:
-            points = [line.split()[4] for line in mounts]
-        for point in reversed(points):
-            if point == self.disk or point.startswith(self.disk + "/"):
-                run("umount", point)
+        unmount_all(self.disk)
 
     def nested(self, relative="other/cache/npm"):
         """An item on another disk that is mounted in the home folder."""
@@ -273,17 +249,7 @@ class Disks:
 
     def paused_move(self, arena, *meanwhile):
         """A move that stops before each of its renames, for as many steps as given; what the driver reported."""
-        trace = os.path.join(self.work, "trace")
-        with open(trace, "wb"):
-            pass
-        pause = ("-e", "trace=renameat2", "-e", "inject=renameat2:delay_enter=700000")
-        with subprocess.Popen(("strace", "-o", trace, *pause, self.driver, arena.home, arena.relative),
-                              stdout=subprocess.PIPE) as move:
-            for number, step in enumerate(meanwhile, 1):
-                while begun_renames(trace) < number and move.poll() is None:
-                    time.sleep(0.01)
-                step()
-            return os.fsdecode(move.communicate(timeout=20)[0]).strip()
+        return paused((self.driver, arena.home, arena.relative), os.path.join(self.work, "trace"), *meanwhile)
 
     def a_mount_that_appears_during_the_move(self):
         arena = self.fresh()
@@ -339,39 +305,5 @@ class Disks:
         whole_record(os.path.join(arena.trash, "info/npm.trashinfo"), arena.item)
 
 
-def cases(disks):
-    return [name for name, case in vars(Disks).items()
-            if callable(case) and not name.startswith("_") and not isinstance(case, staticmethod)
-            and name not in ("fresh", "clear", "nested", "paused_move") and getattr(disks, name)]
-
-
-def inside(driver, work):
-    disks = Disks(driver, work)
-    wrong = 0
-    names = cases(disks)
-    for name in names:
-        try:
-            getattr(disks, name)()
-            print(f"{name}: as promised", flush=True)
-        except Violation as violation:
-            wrong += 1
-            print(f"WRONG ({name}): {violation}", flush=True)
-    disks.clear()
-    print(f"cases: {len(names)}, wrong: {wrong}")
-    return 1 if wrong or not names else 0
-
-
-def main():
-    driver, work = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
-    os.makedirs(work, exist_ok=True)
-    if INSIDE in sys.argv:
-        sys.exit(inside(driver, work))
-    try:
-        subprocess.run(("unshare", "-m", "--propagation", "private", "true"), check=True, stderr=subprocess.PIPE)
-    except (OSError, subprocess.CalledProcessError) as error:
-        sys.exit(f"no mount namespace permitted here, so nothing could be tested: {error}")
-    sys.exit(subprocess.run(("unshare", "-m", "--propagation", "private", sys.executable, __file__, driver, work, INSIDE),
-                            check=False).returncode)
-
-
-main()
+in_namespace_of_its_own(__file__, lambda driver, work: run_cases(
+    Disks(driver, work), ("fresh", "clear", "nested", "paused_move")))

@@ -7,32 +7,11 @@ in the Trash with a whole record, and the report must say so. Prints counts; exi
 
 import collections
 import os
-import re
 import shutil
 import sys
 
+from call_faults import faults_at, marked_calls
 from trash_arena import Arena, Violation
-
-ERRORS = {
-    "openat": ("EMFILE", "EIO", "EACCES"),
-    "openat2": ("ENOMEM", "EIO", "EACCES"),
-    "mkdirat": ("ENOSPC", "EROFS"),
-    "write": ("ENOSPC", "EIO", "EDQUOT"),
-    "fsync": ("EIO", "ENOSPC"),
-    "linkat": ("ENOSPC", "EPERM"),
-    "renameat2": ("EXDEV", "EACCES", "EBUSY", "EINVAL", "ENOSPC"),
-    "statx": ("EIO", "ENOMEM"),
-    "close": ("EIO",),
-    "read": ("EIO",),
-    "lseek": ("EIO",),
-    "fstatfs": ("EIO",),
-    "readlink": ("EIO",),
-    "readlinkat": ("EIO",),
-    "unlinkat": ("EACCES", "EIO"),
-    "newfstatat": ("EIO",),
-}
-CALL = re.compile(r"^(\w+)\((.*)")
-
 
 class Scenario:
     def __init__(self, name, *, collide=False, fixed=None):
@@ -63,24 +42,9 @@ SCENARIOS = (
 
 
 def traced(arena, trace, injections):
-    """The calls between the driver's two marks, as (name, number among the calls of that name, arguments)."""
+    """The calls of the move, as (name, number among the calls of that name, arguments)."""
     arena.move(prefix=("strace", "-o", trace, *injections))
-    counts = collections.Counter()
-    marks, renamed, calls = 0, False, []
-    with open(trace, encoding="utf-8", errors="replace") as lines:
-        for line in lines:
-            match = CALL.match(line)
-            if not match:
-                continue
-            counts[match[1]] += 1
-            if match[0].startswith("read(-1"):
-                marks += 1
-            elif marks == 1:
-                calls.append((match[1], counts[match[1]], match[2].strip() + (" after rename" if renamed else "")))
-                renamed = renamed or match[1] == "renameat2"
-    if marks != 2:
-        raise Violation("strace saw no whole move; is tracing permitted here?")
-    return calls
+    return marked_calls(trace)
 
 
 def fixed_injection(scenario, calls):
@@ -101,11 +65,9 @@ def attack(scenario, arena, trace, tally):
     arena.build(collide=scenario.collide)
     calls = traced(arena, trace, injections)
     for name, number, _ in calls:
-        faults = [("killed", f"inject={name}:signal=KILL:when={number}")]
-        faults += [("failed", f"inject={name}:error={error}:when={number}") for error in ERRORS.get(name, ())]
         if name == always_failing:
             continue
-        for kind, fault in faults:
+        for kind, fault in faults_at(name, number):
             arena.build(collide=scenario.collide)
             outcome = arena.move(prefix=("strace", "-o", os.devnull, *injections, "-e", fault))
             tally[kind] += 1

@@ -1,10 +1,6 @@
 #include "platform/linux/LinuxPutBackMove.h"
 
-#include <unistd.h>
-
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 
 #include "platform/linux/LinuxSafeOpen.h"
@@ -19,14 +15,6 @@ int renameIfFree(int fromFolder, const std::string& from, int toFolder, const st
     return ::renameat2(fromFolder, from.c_str(), toFolder, to.c_str(), RENAME_NOREPLACE) == 0 ? 0 : errno;
 }
 
-/// Where what the descriptor refers to lies now, whatever names it had before; empty when the system does not say.
-std::string currentPath(int descriptor) {
-    std::array<char, PATH_MAX> path = {};
-    const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
-    const ssize_t length = ::readlink(link.c_str(), path.data(), path.size());
-    return {path.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
-}
-
 }  // namespace
 
 LinuxPutBackMove::LinuxPutBackMove(const std::string& home, const LinuxPutBackItem& item,
@@ -36,10 +24,11 @@ LinuxPutBackMove::LinuxPutBackMove(const std::string& home, const LinuxPutBackIt
       m_place(place),
       m_mounts(mounts),
       m_files(item.files.descriptor.get()),
-      m_folder(place.folder.descriptor.get()) {
+      m_folder(place.folder.descriptor.get()),
+      m_watch(m_files, m_folder) {
 }
 
-Result<std::string, PutBackError> LinuxPutBackMove::run() const {
+Result<std::string, PutBackError> LinuxPutBackMove::run() {
     if (const auto error = rename()) {
         return *error;
     }
@@ -74,15 +63,14 @@ std::optional<PutBackError> LinuxPutBackMove::rename() const {
 }
 
 PutBackError LinuxPutBackMove::failure(int errorNumber) const {
-    const std::string folder = m_place.path.substr(0, m_place.path.size() - m_place.leaf.size() - 1);
     switch (errorNumber) {
         case EEXIST:
             return {PutBackFailure::inTheWay, {}, m_place.path};
         case ENOENT:
-            return m_item.isInPlace() ? PutBackError{PutBackFailure::noFolder, {}, folder}
+            return m_item.isInPlace() ? PutBackError{PutBackFailure::noFolder, {}, m_place.folderPath}
                                       : PutBackError{PutBackFailure::missing, {}, {}};
         case EXDEV:
-            return {PutBackFailure::otherDisk, {}, folder};
+            return {PutBackFailure::otherDisk, {}, m_place.folderPath};
         case ESTALE:
         case EBUSY:
             return {PutBackFailure::changed, {}, {}};
@@ -110,7 +98,7 @@ std::optional<PutBackError> LinuxPutBackMove::doubt() const {
         return error;
     }
     if (!m_place.isStillBelow(m_home)) {
-        return failure(ENOENT);
+        return PutBackError{PutBackFailure::noFolder, {}, m_place.folderPath};
     }
     // While the folders were synced the name may have been given to something else.
     return m_place.occupant() == m_item.status.identity ? std::nullopt
@@ -126,14 +114,9 @@ std::optional<PutBackError> LinuxPutBackMove::syncFolders() const {
     return std::nullopt;
 }
 
-PutBackError LinuxPutBackMove::undo(const PutBackError& reason) const {
+PutBackError LinuxPutBackMove::undo(const PutBackError& reason) {
     const auto occupant = m_place.occupant();
-    if (!occupant && isInTrash()) {
-        return reason;
-    }
-    // Another item at the place came from the Trash only when the one that was meant never left it. Whatever else has
-    // the name now was put there by somebody, and nothing but what came from the Trash goes there.
-    if (!occupant || (*occupant != m_item.status.identity && !isInTrash())) {
+    if (!occupant || (*occupant != m_item.status.identity && !occupantCameFromTrash())) {
         return leftHalfWay(reason);
     }
     if (renameIfFree(m_folder, m_place.leaf, m_files, m_item.name) != 0 && !m_item.isInPlace()) {
@@ -149,9 +132,12 @@ PutBackError LinuxPutBackMove::undo(const PutBackError& reason) const {
     return reason;
 }
 
-bool LinuxPutBackMove::isInTrash() const {
-    const std::string files = currentPath(m_files) + "/";
-    return files.size() > 1 && currentPath(m_item.item.get()).starts_with(files);
+/// Whether what has the name now was moved here instead of the item. Anything else that has it was put there by
+/// somebody after the item arrived, and what never was in the Trash must not go there.
+bool LinuxPutBackMove::occupantCameFromTrash() {
+    // Renaming a name to itself changes nothing; it waits for a rename that is under way, and that is not told yet.
+    static_cast<void>(renameIfFree(m_folder, m_place.leaf, m_folder, m_place.leaf));
+    return m_watch.cameStraight(m_item.name, m_place.leaf);
 }
 
 }  // namespace kestrune

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/linux/LinuxMountTable.h"
+#include "platform/linux/LinuxMoveWatch.h"
 #include "platform/linux/LinuxPutBackItem.h"
 #include "platform/linux/LinuxPutBackPlace.h"
 
@@ -19,7 +20,7 @@ public:
                      const LinuxMountTable& mounts);
 
     /// The path where the item lies now.
-    [[nodiscard]] Result<std::string, PutBackError> run() const;
+    [[nodiscard]] Result<std::string, PutBackError> run();
 
 private:
     [[nodiscard]] std::optional<PutBackError> rename() const;
@@ -27,8 +28,8 @@ private:
     [[nodiscard]] PutBackError failure(int errorNumber) const;
     [[nodiscard]] std::optional<PutBackError> doubt() const;
     [[nodiscard]] std::optional<PutBackError> syncFolders() const;
-    [[nodiscard]] PutBackError undo(const PutBackError& reason) const;
-    [[nodiscard]] bool isInTrash() const;
+    [[nodiscard]] PutBackError undo(const PutBackError& reason);
+    [[nodiscard]] bool occupantCameFromTrash();
 
     const std::string& m_home;
     const LinuxPutBackItem& m_item;
@@ -36,6 +37,7 @@ private:
     const LinuxMountTable& m_mounts;
     const int m_files;
     const int m_folder;
+    LinuxMoveWatch m_watch;
 };
 
 }  // namespace kestrune

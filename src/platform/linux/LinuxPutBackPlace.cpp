@@ -47,7 +47,7 @@ std::optional<FileIdentity> LinuxPutBackPlace::occupant() const {
 }
 
 bool LinuxPutBackPlace::isStillBelow(const std::string& home) const {
-    const LinuxFolder again = folderFrom(openBelow(home, folderOf(path)));
+    const LinuxFolder again = folderFrom(openBelow(home, folderPath));
     return !again.error && again.status.identity == folder.status.identity;
 }
 
@@ -55,10 +55,10 @@ std::optional<PutBackError> openPutBackPlace(const std::string& home, const std:
                                              LinuxPutBackPlace& place) {
     place.path = path;
     place.leaf = lastPathComponent(path);
-    const std::string above = folderOf(path);
-    LinuxOpened opened = openBelow(home, above);
+    place.folderPath = folderOf(path);
+    LinuxOpened opened = openBelow(home, place.folderPath);
     if (!opened.descriptor) {
-        return openingError(opened.error, above);
+        return openingError(opened.error, place.folderPath);
     }
     const auto status = statusOf(opened.descriptor.get());
     if (!status.ok()) {
@@ -67,7 +67,7 @@ std::optional<PutBackError> openPutBackPlace(const std::string& home, const std:
     place.folder.descriptor = std::move(opened.descriptor);
     place.folder.status = status.value();
     if (place.folder.status.mountId != mountId) {
-        return PutBackError{PutBackFailure::otherDisk, {}, above};
+        return PutBackError{PutBackFailure::otherDisk, {}, place.folderPath};
     }
     const auto occupant = statusIn(place.folder.descriptor.get(), place.leaf);
     if (occupant.ok()) {

@@ -11,6 +11,7 @@ namespace kestrune {
 /// The free place an item goes back to: its folder, held by a descriptor, and its name there.
 struct LinuxPutBackPlace {
     std::string path;
+    std::string folderPath;
     std::string leaf;
     LinuxFolder folder;
 
