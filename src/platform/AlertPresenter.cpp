@@ -5,7 +5,8 @@ namespace kestrune {
 std::string Alert::informativeText() const {
     std::string result;
     for (const auto& item : items) {
-        result += (result.empty() ? "• " : "\n• ") + item.title + " — " + item.size + "\n  " + item.subtitle;
+        const std::string size = item.size.empty() ? "" : " — " + item.size;
+        result += (result.empty() ? "• " : "\n• ") + item.title + size + "\n  " + item.subtitle;
     }
     if (!items.empty() && !text.empty()) {
         result += "\n\n";

@@ -11,7 +11,7 @@ enum class AlertStyle { informational, warning };
 /// One line of what an action will touch.
 struct AlertItem {
     std::string title;
-    std::string size;
+    std::string size;  ///< empty: not told
     std::string subtitle;
 
     bool operator==(const AlertItem&) const = default;
@@ -26,8 +26,8 @@ struct Alert {
     std::string text;
     std::vector<std::string> buttons = {"OK"};  ///< the first is the default; closing the alert answers the last
 
-    /// Everything below the message as one text: a block "• title — size", line break, two spaces, subtitle for each
-    /// item, then, after an empty line, text.
+    /// Everything below the message as one text: a block "• title — size" (without " — size" where none is told), line
+    /// break, two spaces, subtitle for each item, then, after an empty line, text.
     [[nodiscard]] std::string informativeText() const;
 
     bool operator==(const Alert&) const = default;

@@ -49,7 +49,7 @@ public:
             return *planFailure;
         }
         const auto plan = plans.find(location);
-        return plan == plans.end() ? Result<PutBackPlan, PutBackError>(PutBackError{PutBackFailure::missing, {}})
+        return plan == plans.end() ? Result<PutBackPlan, PutBackError>(PutBackError{PutBackFailure::missing, {}, {}})
                                    : plan->second;
     }
 
@@ -59,7 +59,14 @@ public:
         if (putBackFailure) {
             return *putBackFailure;
         }
-        plans.erase(plan.location);
+        const auto current = plans.find(plan.location);
+        if (current == plans.end()) {
+            return PutBackError{PutBackFailure::missing, {}, {}};
+        }
+        if (current->second != plan) {
+            return PutBackError{PutBackFailure::changed, {}, {}};
+        }
+        plans.erase(current);
         missing.erase(plan.originalPath);
         return plan.originalPath;
     }
@@ -76,10 +83,10 @@ public:
     bool tellsLocation = true;
     std::function<void(const TrashRequest&)> whileMoving;  ///< called inside moveToTrash, before it answers
 
-    std::map<std::string, PutBackPlan> plans;  ///< by location: what can go back
-    std::optional<PutBackError> planFailure;
-    std::optional<PutBackError> putBackFailure;
-    std::vector<PutBackPlan> putBacks;
+    std::map<std::string, PutBackPlan> plans;    ///< by location: what can go back
+    std::optional<PutBackError> planFailure;     ///< what planPutBack answers
+    std::optional<PutBackError> putBackFailure;  ///< what putBack answers
+    std::vector<PutBackPlan> putBacks;           ///< what putBack was asked, in order
 
     std::vector<TrashRequest> requests;
     std::vector<std::string> moved;  ///< absolute paths, in order
