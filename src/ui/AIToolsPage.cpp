@@ -39,10 +39,10 @@ std::vector<CleanTarget> modelFolders(const std::vector<CleanTarget>& targets) {
 }
 
 QString noModelsText(bool scanned) {
-    return scanned ? QStringLiteral(
+    return scanned ? translated(
                          "No model folders found in the places we check. Keep yours somewhere else? Choose "
                          "that folder in Disk Explorer.")
-                   : QStringLiteral("Nothing scanned yet. Scan now to see which model folders there are.");
+                   : translated("Nothing scanned yet. Scan now to see which model folders there are.");
 }
 
 }  // namespace
@@ -51,19 +51,18 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::ai, parent),
       m_notes(new NoteStrips(body())),
       m_progress(new ProgressStrip(body())),
-      m_models(new RowList(QStringLiteral("Model folders"), body())),
+      m_models(new RowList(translated("Model folders"), body())),
       m_noModels(TextLabel::paragraph(Colour::text1, QString(), body())),
-      m_review(pageButton(QStringLiteral("Review model cleanup"), WorkspacePage::storage)),
-      m_inspect(new Button(Button::Kind::secondary, QStringLiteral("Inspect a custom folder"), body())),
-      m_tools(new LiveRowList(store, QStringLiteral("Running AI tools"),
+      m_review(pageButton(translated("Review model cleanup"), WorkspacePage::storage)),
+      m_inspect(new Button(Button::Kind::secondary, translated("Inspect a custom folder"), body())),
+      m_tools(new LiveRowList(store, translated("Running AI tools"),
                               {[](QWidget* list) { return new ProcessRow(list); }, &ProcessRow::heightAt}, body())),
       m_noTools(TextLabel::paragraph(
-          Colour::text1, QStringLiteral("No AI tools we recognize in the latest check. Refresh to check again."),
-          body())),
-      m_allApps(pageButton(QStringLiteral("Review all running apps"), WorkspacePage::apps)) {
-    addSection(QStringLiteral("Your AI downloads"),
-               QStringLiteral("See how much space your model folders take. Open them in Finder before choosing what "
-                              "goes; custom models may need a backup."));
+          Colour::text1, translated("No AI tools we recognize in the latest check. Refresh to check again."), body())),
+      m_allApps(pageButton(translated("Review all running apps"), WorkspacePage::apps)) {
+    addSection(translated("Your AI downloads"),
+               translated("See how much space your model folders take. Open them in Finder before choosing what "
+                          "goes; custom models may need a backup."));
     for (QWidget* part : std::vector<QWidget*>{m_notes, m_progress, m_models, m_noModels}) {
         content().addWidget(part);
     }
@@ -71,10 +70,10 @@ AIToolsPage::AIToolsPage(WorkspaceStore& store, QWidget* parent)
     connect(m_inspect, &Button::clicked, this, &AIToolsPage::inspectFolder);
     addButtons({m_review, m_inspect});
     content().addSpacing(sectionGap);
-    addSection(QStringLiteral("AI tools still running"),
-               QStringLiteral("We recognize tools such as Ollama and LM Studio by name. Some tools appear as Python or "
-                              "another app; check Running Apps and Open Ports for those. Memory figures don’t include "
-                              "every helper."));
+    addSection(translated("AI tools still running"),
+               translated("We recognize tools such as Ollama and LM Studio by name. Some tools appear as Python or "
+                          "another app; check Running Apps and Open Ports for those. Memory figures don’t include "
+                          "every helper."));
     content().addWidget(m_tools);
     content().addWidget(m_noTools);
     addButtons({m_allApps});
@@ -163,7 +162,7 @@ void AIToolsPage::refreshModels() {
     const bool scanning = store().isScanning.get();
     const OperationProgress& progress = store().operationProgress.get();
     if (scanning) {
-        m_progress->setProgress(QStringLiteral("Looking for model folders…"), progress.done, progress.total);
+        m_progress->setProgress(translated("Looking for model folders…"), progress.done, progress.total);
     }
     m_noModels->setText(noModelsText(store().lastScan.get().has_value()));
     m_notes->setNotes(store().scanNotes.get());

@@ -58,16 +58,16 @@ ExplorerFindings::ExplorerFindings(WorkspaceStore& store, QWidget* parent)
       m_incomplete(new Strip(this)),
       m_outcome(new Painted(this)),
       m_picture(new TreemapView(this)),
-      m_folders(new ExplorerList(QStringLiteral("Largest entries"), this)),
-      m_noFolders(sentence(QStringLiteral("No files or folders we can read here."), this)),
-      m_cut(note(QStringLiteral("Showing the 200 largest entries. Explore a folder to see more detail."), this)),
-      m_files(new ExplorerList(QStringLiteral("Biggest files"), this)),
-      m_noFiles(sentence(QStringLiteral("No files we can read here."), this)),
-      m_method(new Disclosure(QStringLiteral("How this scan works"),
-                              QStringLiteral("We include hidden files, skip linked folders and other mounted drives, "
-                                             "and stop after 250,000 entries or about 45 seconds. macOS can share "
-                                             "storage between files, so totals are estimates. Choose a smaller folder "
-                                             "when a scan is incomplete."),
+      m_folders(new ExplorerList(translated("Largest entries"), this)),
+      m_noFolders(sentence(translated("No files or folders we can read here."), this)),
+      m_cut(note(translated("Showing the 200 largest entries. Explore a folder to see more detail."), this)),
+      m_files(new ExplorerList(translated("Biggest files"), this)),
+      m_noFiles(sentence(translated("No files we can read here."), this)),
+      m_method(new Disclosure(translated("How this scan works"),
+                              translated("We include hidden files, skip linked folders and other mounted drives, "
+                                         "and stop after 250,000 entries or about 45 seconds. macOS can share "
+                                         "storage between files, so totals are estimates. Choose a smaller folder "
+                                         "when a scan is incomplete."),
                               this)),
       m_belowStrip(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed)),
       m_belowPicture(new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed)),
@@ -96,18 +96,18 @@ void ExplorerFindings::build() {
     layout->addWidget(m_outcome);
     layout->addWidget(m_picture);
     layout->addItem(m_belowPicture);
-    addHeading(*layout, QStringLiteral("Where the space goes"));
+    addHeading(*layout, translated("Where the space goes"));
     layout->addWidget(m_folders);
     layout->addWidget(m_noFolders);
     m_cut->setContentsMargins(0, belowHeading, 0, 0);
     layout->addWidget(m_cut);
     layout->addItem(m_aboveFiles);
-    m_filesHeading = addHeading(*layout, QStringLiteral("Your biggest files · top 50"));
+    m_filesHeading = addHeading(*layout, translated("Your biggest files · top 50"));
     layout->addWidget(m_files);
     layout->addWidget(m_noFiles);
     layout->addSpacing(aboveNote);
-    layout->addWidget(note(QStringLiteral("A size shows what we found, not how much space you’ll recover. Disk "
-                                          "Explorer only looks; it never deletes files."),
+    layout->addWidget(note(translated("A size shows what we found, not how much space you’ll recover. Disk "
+                                      "Explorer only looks; it never deletes files."),
                            this));
     layout->addSpacing(4);
     layout->addWidget(m_method);
@@ -195,8 +195,8 @@ void ExplorerFindings::refreshPath(bool scanning) {
 void ExplorerFindings::refreshStrips(const DiskExplorerResult& found, bool scanning) {
     const bool incomplete = !scanning && ExplorerListing::isIncomplete(found);
     if (const auto& progress = m_store.explorerProgress.get(); scanning && progress) {
-        m_progress->setProgress(shown(ExplorerListing::grouped(found.inspectedFiles)) + QStringLiteral(" inspected"),
-                                shown(formatByteCount(found.measuredBytes())) + QStringLiteral(" found"),
+        m_progress->setProgress(translated("%1 inspected", {shown(ExplorerListing::grouped(found.inspectedFiles))}),
+                                translated("%1 found", {shown(formatByteCount(found.measuredBytes()))}),
                                 shown(ReadableText::path(progress->folder, m_store.home())));
     }
     if (incomplete) {
@@ -247,8 +247,9 @@ void ExplorerFindings::refreshLists(const DiskExplorerResult& found, bool scanni
 
 void ExplorerFindings::announce() {
     const DiskExplorerResult& result = m_store.explorerResult.get();
-    const QString end = result.stopped ? QStringLiteral("Scan stopped. ") : QStringLiteral("Scan finished. ");
-    m_outcome->setAccessibleName(end + shown(ExplorerListing::counts(result)));
+    const QString counts = shown(ExplorerListing::counts(result));
+    m_outcome->setAccessibleName(result.stopped ? translated("Scan stopped. %1", {counts})
+                                                : translated("Scan finished. %1", {counts}));
     QAccessibleEvent event(m_outcome, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
     if (ExplorerListing::isIncomplete(result)) {

@@ -7,6 +7,7 @@
 #include "ui/Icons.h"
 #include "ui/IndeterminateBar.h"
 #include "ui/TextLabel.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -20,13 +21,13 @@ constexpr int spaceAbove = 128;
 ExplorerMeasuring::ExplorerMeasuring(QWidget* parent)
     : QWidget(parent),
       m_name(new TextLabel(FontRole::emptyTitle, Colour::text1, this)),
-      m_stop(new Button(Button::Kind::secondary, QStringLiteral("Stop scan"), this)) {
+      m_stop(new Button(Button::Kind::secondary, translated("Stop scan"), this)) {
     m_name->setAlignment(Qt::AlignHCenter);
     m_name->setFit(TextLabel::Fit::elideEnd);
     auto* sentence = new TextLabel(FontRole::body, Colour::text2, this);
-    sentence->setText(QStringLiteral("Measuring folders and finding large files…"));
+    sentence->setText(translated("Measuring folders and finding large files…"));
     auto* bar = new IndeterminateBar(this);
-    bar->setAccessibleName(QStringLiteral("Scan progress"));
+    bar->setAccessibleName(translated("Scan progress"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, spaceAbove, 0, 24);
     layout->setSpacing(0);

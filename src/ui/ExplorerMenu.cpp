@@ -2,6 +2,7 @@
 
 #include <QMenu>
 
+#include "ui/UiText.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -10,11 +11,11 @@ void openExplorerMenu(WorkspaceStore& store, const ExplorerMenuItem& item, const
     auto* menu = new QMenu(&parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (item.isDirectory) {
-        QAction* explore = menu->addAction(QStringLiteral("Explore"));
+        QAction* explore = menu->addAction(translated("Explore"));
         explore->setEnabled(!store.isExploring.get());
         QObject::connect(explore, &QAction::triggered, menu, [&store, path = item.path] { store.explore(path); });
     }
-    const QAction* reveal = menu->addAction(QStringLiteral("Show in Finder"));
+    const QAction* reveal = menu->addAction(translated("Show in Finder"));
     QObject::connect(reveal, &QAction::triggered, menu, [&store, path = item.path] { store.reveal(path); });
     menu->popup(place);
 }

@@ -39,21 +39,21 @@ QString folderName(const std::string& path) {
 
 ExplorerPage::ExplorerPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::explorer, parent),
-      m_rescan(addHeaderButton(QStringLiteral("Rescan"), QStringLiteral("arrow.clockwise"))),
-      m_choose(addHeaderButton(QStringLiteral("Choose folder…"))),
+      m_rescan(addHeaderButton(translated("Rescan"), QStringLiteral("arrow.clockwise"))),
+      m_choose(addHeaderButton(translated("Choose folder…"))),
       m_empty(new EmptyState(body())),
       m_measuring(new ExplorerMeasuring(body())),
       m_findings(new ExplorerFindings(store, body())),
-      m_drop(new DropHighlight(QStringLiteral("Drop the folder here to explore it."), this)) {
+      m_drop(new DropHighlight(translated("Drop the folder here to explore it."), this)) {
     connectButtons();
     addShortcuts();
     setAcceptDrops(true);
-    m_empty->setContent(QStringLiteral("folder.badge.questionmark"), QStringLiteral("Where did the space go?"),
-                        QStringLiteral("Choose your home folder, Downloads, or a project. See what takes the most "
-                                       "space, then open anything in Finder."));
+    m_empty->setContent(QStringLiteral("folder.badge.questionmark"), translated("Where did the space go?"),
+                        translated("Choose your home folder, Downloads, or a project. See what takes the most "
+                                   "space, then open anything in Finder."));
     m_empty->setSpaceAbove(spaceAbove);
     m_empty->button()->setKind(Button::Kind::primary);
-    m_empty->button()->setLabel(QStringLiteral("Choose folder…"));
+    m_empty->button()->setLabel(translated("Choose folder…"));
     m_empty->button()->show();
     for (QWidget* part :
          {static_cast<QWidget*>(m_empty), static_cast<QWidget*>(m_measuring), static_cast<QWidget*>(m_findings)}) {

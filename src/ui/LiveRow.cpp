@@ -8,6 +8,7 @@
 #include "ui/FocusRing.h"
 #include "ui/Paint.h"
 #include "ui/RunningText.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -19,7 +20,7 @@ QString LiveRow::name() const {
 }
 
 QString LiveRow::spokenName() const {
-    return m_state.nameIsShared ? QStringLiteral("%1, PID %2").arg(name()).arg(m_state.item.id) : name();
+    return m_state.nameIsShared ? translated("%1, PID %2", {name(), QString::number(m_state.item.id)}) : name();
 }
 
 void LiveRow::setPictureSource(PictureSource source) {

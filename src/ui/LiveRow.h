@@ -4,6 +4,7 @@
 
 #include "ui/AppIcon.h"
 #include "ui/ListRow.h"
+#include "ui/UiText.h"
 #include "workspace/RunningItem.h"
 
 namespace kestrune {
@@ -55,7 +56,7 @@ protected:
     virtual void stateChanged() = 0;
 
     /// What an ended process's place says about it.
-    [[nodiscard]] virtual QString endedText() const { return QStringLiteral("Ended"); }
+    [[nodiscard]] virtual QString endedText() const { return translated("Ended"); }
 
     /// Draws the row over its ground, within its focus ring.
     virtual void paintContent(QPainter& painter) = 0;

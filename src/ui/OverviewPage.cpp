@@ -24,11 +24,11 @@ OverviewPage::OverviewPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::overview, parent),
       m_tiles(new TileGrid(body())),
       m_hero(new HeroPanel(body())),
-      m_actions(new RowList(QStringLiteral("Next steps"), body())) {
+      m_actions(new RowList(translated("Next steps"), body())) {
     auto* note = new TextLabel(FontRole::detail, Colour::text3, body());
     note->setText(
-        QStringLiteral("High memory usage alone doesn't mean your Mac needs cleaning. macOS uses available RAM for "
-                       "useful work; pressure and responsiveness matter more."));
+        translated("High memory usage alone doesn't mean your Mac needs cleaning. macOS uses available RAM for "
+                   "useful work; pressure and responsiveness matter more."));
     note->setFit(TextLabel::Fit::wrap);
     note->setLineHeight(Metrics::px(noteLine));
     auto* noteRow = new QVBoxLayout;
@@ -63,12 +63,12 @@ void OverviewPage::addActions() {
         return row;
     };
     m_actions->setRows(
-        {add("hammer.fill", QStringLiteral("Review developer caches"),
-             QStringLiteral("Builds may rebuild these on next use."), WorkspacePage::storage),
-         add("brain.head.profile", QStringLiteral("Explore local AI models"),
-             QStringLiteral("Downloaded models take space. Back up custom ones before removing."), WorkspacePage::ai),
-         add("lock.shield", QStringLiteral("Protect the apps you rely on"),
-             QStringLiteral("Protection applies to every app-closing action."), WorkspacePage::apps)});
+        {add("hammer.fill", translated("Review developer caches"), translated("Builds may rebuild these on next use."),
+             WorkspacePage::storage),
+         add("brain.head.profile", translated("Explore local AI models"),
+             translated("Downloaded models take space. Back up custom ones before removing."), WorkspacePage::ai),
+         add("lock.shield", translated("Protect the apps you rely on"),
+             translated("Protection applies to every app-closing action."), WorkspacePage::apps)});
 }
 
 void OverviewPage::arrange(int margin, bool narrow) {
@@ -83,8 +83,8 @@ void OverviewPage::refresh() {
 
 void OverviewPage::refreshHero() {
     if (!store().lastScan.get()) {
-        m_hero->setSentence(store().isScanning.get() ? QStringLiteral("Looking for caches…")
-                                                     : QStringLiteral("Not scanned yet"));
+        m_hero->setSentence(store().isScanning.get() ? translated("Looking for caches…")
+                                                     : translated("Not scanned yet"));
         return;
     }
     const QString size = shown(formatByteCount(store().recommendedBytes()));

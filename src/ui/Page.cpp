@@ -29,21 +29,21 @@ bool startsScans(WorkspacePage page) {
 QString Page::subtitle(WorkspacePage page) {
     switch (page) {
         case WorkspacePage::overview:
-            return QStringLiteral("See what’s using your Mac. Choose your next move.");
+            return translated("See what’s using your Mac. Choose your next move.");
         case WorkspacePage::storage:
-            return QStringLiteral("Choose what goes. Keep what matters.");
+            return translated("Choose what goes. Keep what matters.");
         case WorkspacePage::explorer:
-            return QStringLiteral("Find your biggest folders and files. Nothing gets deleted here.");
+            return translated("Find your biggest folders and files. Nothing gets deleted here.");
         case WorkspacePage::ai:
-            return QStringLiteral("See your AI downloads and what’s still running.");
+            return translated("See your AI downloads and what’s still running.");
         case WorkspacePage::apps:
-            return QStringLiteral("See what's running before you close anything.");
+            return translated("See what's running before you close anything.");
         case WorkspacePage::automation:
-            return QStringLiteral("Get a daily reminder. You decide what to clean.");
+            return translated("Get a daily reminder. You decide what to clean.");
         case WorkspacePage::activity:
-            return QStringLiteral("A clear record of what happened.");
+            return translated("A clear record of what happened.");
         case WorkspacePage::settings:
-            return QStringLiteral("Make Kestrune work your way.");
+            return translated("Make Kestrune work your way.");
     }
     return {};
 }
@@ -51,7 +51,7 @@ QString Page::subtitle(WorkspacePage page) {
 Page::Page(WorkspaceStore& store, WorkspacePage page, QWidget* parent)
     : QWidget(parent),
       m_store(store),
-      m_header(new PageHeader(shown(rawValue(page)), subtitle(page), this)),
+      m_header(new PageHeader(translated(rawValue(page)), subtitle(page), this)),
       m_lastInHeader(m_header),
       m_message(new Strip(this)),
       m_strips(new QVBoxLayout),
@@ -97,13 +97,13 @@ Button* Page::addHeaderButton(const QString& label, const QString& symbol) {
 }
 
 void Page::addRefreshButton() {
-    const Button* refresh = addHeaderButton(QStringLiteral("Refresh"), QStringLiteral("arrow.clockwise"));
+    const Button* refresh = addHeaderButton(translated("Refresh"), QStringLiteral("arrow.clockwise"));
     connect(refresh, &Button::clicked, this, [this] { m_store.refreshProcesses(); });
 }
 
 void Page::addScanButtons() {
-    m_scan = addHeaderButton(QStringLiteral("Scan now"), QStringLiteral("magnifyingglass"));
-    m_stopScan = addHeaderButton(QStringLiteral("Stop scan"));
+    m_scan = addHeaderButton(translated("Scan now"), QStringLiteral("magnifyingglass"));
+    m_stopScan = addHeaderButton(translated("Stop scan"));
     m_stopScan->hide();
     connect(m_scan, &Button::clicked, this, [this] { m_store.scan(); });
     connect(m_stopScan, &Button::clicked, this, [this] { m_store.cancelCleanup(); });

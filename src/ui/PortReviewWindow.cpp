@@ -54,7 +54,7 @@ PortReviewWindow::PortReviewWindow(WorkspaceStore& store, QWidget* parent)
                           Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint),
       m_store(store) {
     Theme::start();
-    setWindowTitle(QStringLiteral("What’s Using a Port?"));
+    setWindowTitle(translated("What’s Using a Port?"));
     const QScreen* screen = QGuiApplication::primaryScreen();
     setMinimumSize(screen == nullptr ? smallestSize : smallestSize.boundedTo(screen->availableSize()));
     resize(initialSize);
@@ -64,13 +64,13 @@ PortReviewWindow::PortReviewWindow(WorkspaceStore& store, QWidget* parent)
     outer->addLayout(makeHeader());
     m_warning = new Strip(this);
     m_warning->setSentence(Tone::warning,
-                           QStringLiteral("Stopping a server closes its whole process, including its other work. Save "
-                                          "first. Protected apps stay running."));
+                           translated("Stopping a server closes its whole process, including its other work. Save "
+                                      "first. Protected apps stay running."));
     m_warning->setClosable(false);
     m_message = new Strip(this);
     m_message->setClosable(true);
     m_message->hide();
-    m_search = new SearchField(QStringLiteral("Find a port or process"), this);
+    m_search = new SearchField(translated("Find a port or process"), this);
     m_top = new QVBoxLayout;
     m_top->setContentsMargins(margin, 0, margin, partGap);
     m_top->setSpacing(partGap);
@@ -83,7 +83,7 @@ PortReviewWindow::PortReviewWindow(WorkspaceStore& store, QWidget* parent)
     m_content = new QVBoxLayout(body);
     m_content->setContentsMargins(margin, 0, margin, margin);
     m_content->setSpacing(partGap);
-    m_list = new LiveRowList(store, QStringLiteral("Servers using a port"), portRows(store, *m_search), body);
+    m_list = new LiveRowList(store, translated("Servers using a port"), portRows(store, *m_search), body);
     m_empty = new EmptyState(body);
     m_empty->setSpaceAbove(32);
     m_content->addWidget(m_list);
@@ -97,9 +97,9 @@ PortReviewWindow::PortReviewWindow(WorkspaceStore& store, QWidget* parent)
 
 QHBoxLayout* PortReviewWindow::makeHeader() {
     auto* title = new TextLabel(FontRole::emptyTitle, Colour::text1, this);
-    title->setText(QStringLiteral("What’s using your ports?"));
+    title->setText(translated("What’s using your ports?"));
     title->setFit(TextLabel::Fit::wrap);
-    auto* again = new Button(Button::Kind::secondary, QStringLiteral("Refresh"), this);
+    auto* again = new Button(Button::Kind::secondary, translated("Refresh"), this);
     again->setSymbol(QStringLiteral("arrow.clockwise"));
     connect(again, &Button::clicked, this, [this] { m_store.refreshProcesses(); });
     auto* header = new QHBoxLayout;
@@ -186,14 +186,14 @@ void PortReviewWindow::refresh(bool userChose) {
 void PortReviewWindow::refreshEmpty() {
     const QString wanted = m_search->text().simplified();
     const QString onlyYours =
-        QStringLiteral("Only your own processes are listed. A port may be held by the system or by another user.");
+        translated("Only your own processes are listed. A port may be held by the system or by another user.");
     m_list->setVisible(!m_list->isEmpty());
     m_empty->setVisible(m_list->isEmpty() && m_store.processesListed.get());
     if (wanted.isEmpty()) {
         m_empty->setContent(QStringLiteral("globe"),
-                            QStringLiteral("No servers found using a port. Refresh after starting one."), onlyYours);
+                            translated("No servers found using a port. Refresh after starting one."), onlyYours);
     } else {
-        m_empty->setContent(QStringLiteral("magnifyingglass"), QStringLiteral("No server matches “%1”.").arg(wanted),
+        m_empty->setContent(QStringLiteral("magnifyingglass"), translated("No server matches “%1”.", {wanted}),
                             onlyYours);
     }
 }

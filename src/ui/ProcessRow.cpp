@@ -20,7 +20,7 @@ constexpr int aroundText = 16;  // above and below together
 constexpr double endedOpacity = 0.45;
 
 Chip protectedChip() {
-    return {Chip::Kind::success, QStringLiteral("Protected")};
+    return {Chip::Kind::success, translated("Protected")};
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -19,7 +20,7 @@ constexpr double disabledOpacity = 0.45;
 }  // namespace
 
 ProtectionToggle::ProtectionToggle(QWidget* parent) : QCheckBox(parent) {
-    setToolTip(QStringLiteral("Protect this app from quitting"));
+    setToolTip(translated("Protect this app from quitting"));
     setAttribute(Qt::WA_Hover);
 }
 

@@ -13,6 +13,7 @@
 #include "base/Text.h"
 #include "ui/Metrics.h"
 #include "ui/Strip.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -52,7 +53,7 @@ void addMessage(QFileDialog& panel, const QString& message) {
     strip->setSentence(Tone::info, message);
     layout->addWidget(strip);
     panel.layout()->setMenuBar(head);
-    panel.setWindowTitle(QStringLiteral("Choose folder"));
+    panel.setWindowTitle(translated("Choose folder"));
     panel.setAccessibleDescription(message);
 }
 

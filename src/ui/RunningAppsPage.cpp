@@ -7,6 +7,7 @@
 #include "ui/ProtectedStrip.h"
 #include "ui/RunningAppRow.h"
 #include "ui/TextLabel.h"
+#include "ui/UiText.h"
 #include "workspace/WorkspaceStore.h"
 
 namespace kestrune {
@@ -21,18 +22,18 @@ RunningAppsPage::RunningAppsPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::apps, parent),
       m_frontmost(TextLabel::paragraph(
           Colour::text2,
-          QStringLiteral("This desktop doesn’t tell Kestrune which app is in front, so Keep My Current "
-                         "App Open can’t find yours. Protect it here instead."),
+          translated("This desktop doesn’t tell Kestrune which app is in front, so Keep My Current "
+                     "App Open can’t find yours. Protect it here instead."),
           body())),
       m_protected(new ProtectedStrip(body())),
-      m_list(new LiveRowList(store, QStringLiteral("Running apps"),
+      m_list(new LiveRowList(store, translated("Running apps"),
                              {[this](QWidget* list) { return makeRow(list); }, &RunningAppRow::heightAt}, body())),
       m_empty(new EmptyState(body())) {
     content().setSpacing(partGap);
     content().addWidget(TextLabel::paragraph(
         Colour::text2,
-        QStringLiteral("See what’s using memory and CPU. Protect apps you need, then choose what to close. "
-                       "Each row shows one process; helper processes may use more."),
+        translated("See what’s using memory and CPU. Protect apps you need, then choose what to close. "
+                   "Each row shows one process; helper processes may use more."),
         body()));
     content().addWidget(m_frontmost);
     content().addWidget(m_protected);
@@ -77,10 +78,10 @@ void RunningAppsPage::refresh() {
     m_list->setVisible(!m_list->isEmpty());
     m_empty->setVisible(m_list->isEmpty());
     if (store().processesListed.get()) {
-        m_empty->setContent(QStringLiteral("rectangle.stack"), QStringLiteral("No apps to show"), QString());
+        m_empty->setContent(QStringLiteral("rectangle.stack"), translated("No apps to show"), QString());
     } else {
         m_empty->setContent(QStringLiteral("rectangle.stack"), QString(),
-                            QStringLiteral("Refresh to inspect your running applications."));
+                            translated("Refresh to inspect your running applications."));
     }
 }
 

@@ -1,9 +1,9 @@
 #include "ui/RunningText.h"
 
-#include <QLocale>
 #include <QStringList>
 
 #include "ui/UiText.h"
+#include "workspace/ExplorerListing.h"
 #include "workspace/ReadableText.h"
 #include "workspace/RunningItem.h"
 
@@ -14,13 +14,11 @@ QString name(const RunningItem& item) {
 }
 
 QString memory(std::int64_t megabytes) {
-    // The texts around the figure are English on every system.
-    static const QLocale english(QLocale::English, QLocale::UnitedStates);
-    return QStringLiteral("%1 MB").arg(english.toString(static_cast<qlonglong>(megabytes)));
+    return translated("%1 MB", {shown(ExplorerListing::grouped(megabytes))});
 }
 
 QString cpu(const std::string& percent) {
-    return percent.empty() ? QString() : QStringLiteral("%1% CPU").arg(shown(percent));
+    return percent.empty() ? QString() : translated("%1% CPU", {shown(percent)});
 }
 
 QString ports(const std::vector<std::string>& listeners) {
@@ -32,7 +30,7 @@ QString ports(const std::vector<std::string>& listeners) {
 }
 
 QString identifier(std::int32_t pid) {
-    return QStringLiteral("PID %1").arg(pid);
+    return translated("PID %1", {QString::number(pid)});
 }
 
 }  // namespace kestrune::RunningText

@@ -50,7 +50,7 @@ StoragePage::StoragePage(WorkspaceStore& store, QWidget* parent)
       m_progress(new ProgressStrip(this)),
       m_notes(new NoteStrips(body())),
       m_controls(new StorageControls(body())),
-      m_list(new RowList(QStringLiteral("Cleanup locations"), body())),
+      m_list(new RowList(translated("Cleanup locations"), body())),
       m_loading(new LoadingRows(body())),
       m_empty(new EmptyState(body())),
       m_footer(new StorageFooter(this)) {
@@ -59,8 +59,8 @@ StoragePage::StoragePage(WorkspaceStore& store, QWidget* parent)
     content().addWidget(m_notes);
     content().addWidget(TextLabel::paragraph(
         Colour::text2,
-        QStringLiteral("Choose what goes. Model folders and logs need a closer look; back up custom models first. Your "
-                       "projects, archives and Docker disk are kept out of this cleanup."),
+        translated("Choose what goes. Model folders and logs need a closer look; back up custom models first. Your "
+                   "projects, archives and Docker disk are kept out of this cleanup."),
         body()));
     content().addSpacing(16);
     content().addWidget(m_controls);
@@ -91,8 +91,8 @@ void StoragePage::connectControls() {
     connect(m_footer, &StorageFooter::cleanWanted, this, [this] { store().clean(); });
     connect(m_footer, &StorageFooter::stopWanted, this, [this] { store().cancelCleanup(); });
     connect(m_empty->button(), &Button::clicked, this, [this] { store().scan(); });
-    m_empty->button()->setLabel(QStringLiteral("Scan supported locations"));
-    m_empty->button()->setAccessibleName(QStringLiteral("Scan supported locations"));
+    m_empty->button()->setLabel(translated("Scan supported locations"));
+    m_empty->button()->setAccessibleName(translated("Scan supported locations"));
 }
 
 void StoragePage::arrange(int margin, bool narrow) {
@@ -116,7 +116,7 @@ void StoragePage::refreshProgress() {
     const OperationProgress& progress = store().operationProgress.get();
     if (scanning) {
         m_progress->setCounted(true);
-        m_progress->setProgress(QStringLiteral("Scanning supported locations…"), progress.done, progress.total);
+        m_progress->setProgress(translated("Scanning supported locations…"), progress.done, progress.total);
     } else if (cleaning) {
         m_progress->setCounted(false);
         m_progress->setProgress(shown(store().progress.get()), progress.done, progress.total);
@@ -200,14 +200,13 @@ void StoragePage::refreshEmpty(bool anyRow) {
     const bool loading = store().isScanning.get() && store().targets.get().empty();
     const bool never = !store().lastScan.get() && store().targets.get().empty();
     if (never) {
-        m_empty->setContent(
-            QStringLiteral("magnifyingglass"), QStringLiteral("Nothing scanned yet"),
-            QStringLiteral("A scan measures the supported cache and model folders. It moves nothing; you "
-                           "choose what goes afterwards."));
+        m_empty->setContent(QStringLiteral("magnifyingglass"), translated("Nothing scanned yet"),
+                            translated("A scan measures the supported cache and model folders. It moves nothing; you "
+                                       "choose what goes afterwards."));
     } else {
-        m_empty->setContent(QStringLiteral("checkmark.circle"), QStringLiteral("Nothing to review here"),
-                            QStringLiteral("Try another category or scan again. This scan covers supported locations, "
-                                           "not your entire disk."));
+        m_empty->setContent(QStringLiteral("checkmark.circle"), translated("Nothing to review here"),
+                            translated("Try another category or scan again. This scan covers supported locations, "
+                                       "not your entire disk."));
     }
     m_empty->button()->setVisible(never);
     m_empty->button()->setEnabled(!store().isCleaning.get());

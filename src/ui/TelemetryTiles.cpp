@@ -42,7 +42,12 @@ QVector<QPointF> curve(const std::vector<TelemetrySample>& history, const Figure
 
 QString rateText(double bytesPerSecond) {
     const double bounded = std::clamp(bytesPerSecond, 0.0, 1e18);
-    return shown(formatByteCount(static_cast<std::int64_t>(bounded))) + QStringLiteral("/s");
+    return translated("%1/s", {shown(formatByteCount(static_cast<std::int64_t>(bounded)))});
+}
+
+QString oneDecimal(double number) {
+    const QStringList parts = QString::number(number, 'f', 1).split(QLatin1Char('.'));
+    return translated("%1.%2", {parts.first(), parts.last()});
 }
 
 TileContent percentTile(const char* symbol, const QString& title, int percent, const QString& detail, Sparkline line) {
@@ -52,36 +57,36 @@ TileContent percentTile(const char* symbol, const QString& title, int percent, c
 TileContent pressureTile(const std::string& pressure) {
     const int steps = pressure == "Normal" ? 1 : pressure == "Elevated" ? 2 : pressure == "High" ? 3 : 0;
     return {QStringLiteral("gauge"),
-            QStringLiteral("Memory pressure"),
-            shown(pressure),
+            translated("Memory pressure"),
+            translated(pressure),
             {},
-            QStringLiteral("Reported by macOS"),
+            translated("Reported by macOS"),
             true,
             TileLevel{steps}};
 }
 
 TileContent storageTile(const DiskSummary& disk) {
-    TileContent tile{QStringLiteral("internaldrive"), QStringLiteral("Storage available"), {}, {}, {}, true, {}};
+    TileContent tile{QStringLiteral("internaldrive"), translated("Storage available"), {}, {}, {}, true, {}};
     if (disk.totalGB <= 0) {
-        tile.value = QStringLiteral("Not available");
-        tile.detail = QStringLiteral("The start-up disk can’t be read");
+        tile.value = translated("Not available");
+        tile.detail = translated("The start-up disk can’t be read");
         tile.isKnown = false;
         return tile;
     }
     tile.value = QString::number(disk.freeGB);
-    tile.unit = QStringLiteral("GB");
-    tile.detail = QStringLiteral("%1% used of %2 GB").arg(disk.pct).arg(disk.totalGB);
+    tile.unit = translated("GB");
+    tile.detail = translated("%1% used of %2 GB", {QString::number(disk.pct), QString::number(disk.totalGB)});
     tile.drawing = TileBar{static_cast<double>(disk.pct) / 100};
     return tile;
 }
 
 TileContent networkTile(const WorkspaceStore& store) {
-    TileContent tile{QStringLiteral("arrow.up.arrow.down"), QStringLiteral("Network"), {}, {}, {}, true, {}};
+    TileContent tile{QStringLiteral("arrow.up.arrow.down"), translated("Network"), {}, {}, {}, true, {}};
     const auto down = store.downloadRate.get();
     const auto up = store.uploadRate.get();
     if (!down || !up) {
-        tile.value = QStringLiteral("Sampling…");
-        tile.detail = QStringLiteral("Wi-Fi / Ethernet interfaces");
+        tile.value = translated("Sampling…");
+        tile.detail = translated("Wi-Fi / Ethernet interfaces");
         tile.isKnown = false;
         return tile;
     }
@@ -89,7 +94,7 @@ TileContent networkTile(const WorkspaceStore& store) {
     const qsizetype space = text.indexOf(QLatin1Char(' '));
     tile.value = text.left(space);
     tile.unit = text.mid(space + 1);
-    tile.detail = rateText(*up) + QStringLiteral(" ↑ · Wi-Fi / Ethernet");
+    tile.detail = translated("%1 ↑ · Wi-Fi / Ethernet", {rateText(*up)});
     const auto& history = store.telemetryHistory.get();
     const Figure received = [](const TelemetrySample& sample) { return sample.downloadRate; };
     const Figure sent = [](const TelemetrySample& sample) { return sample.uploadRate; };
@@ -99,10 +104,10 @@ TileContent networkTile(const WorkspaceStore& store) {
 }
 
 TileContent batteryTile(const std::optional<BatteryReading>& battery) {
-    TileContent tile{QStringLiteral("battery.100"), QStringLiteral("Battery"), {}, {}, {}, true, {}};
+    TileContent tile{QStringLiteral("battery.100"), translated("Battery"), {}, {}, {}, true, {}};
     if (!battery) {
-        tile.value = QStringLiteral("Not available");
-        tile.detail = QStringLiteral("No battery reported");
+        tile.value = translated("Not available");
+        tile.detail = translated("No battery reported");
         tile.isKnown = false;
         return tile;
     }
@@ -111,7 +116,7 @@ TileContent batteryTile(const std::optional<BatteryReading>& battery) {
     }
     tile.value = QString::number(battery->percent);
     tile.unit = QStringLiteral("%");
-    tile.detail = shown(battery->source);
+    tile.detail = translated(battery->source);
     tile.drawing = TileBar{battery->percent / 100.0};
     return tile;
 }
@@ -122,13 +127,13 @@ QList<TileContent> telemetryTiles(const WorkspaceStore& store) {
     const auto& history = store.telemetryHistory.get();
     const Figure memory = [](const TelemetrySample& sample) { return std::optional<double>(sample.memoryPercent); };
     const Figure processor = [](const TelemetrySample& sample) { return std::optional<double>(sample.cpuPercent); };
-    const QString available = QStringLiteral("%1 GB available").arg(store.availableMemoryGB.get(), 0, 'f', 1);
-    return {percentTile("memorychip", QStringLiteral("Memory usage"), store.memoryPercent.get(), available,
+    const QString available = translated("%1 GB available", {oneDecimal(store.availableMemoryGB.get())});
+    return {percentTile("memorychip", translated("Memory usage"), store.memoryPercent.get(), available,
                         {curve(history, memory, 100), {}}),
             pressureTile(store.pressure.get()),
             storageTile(store.disk.get()),
-            percentTile("cpu", QStringLiteral("CPU usage"), store.cpuPercent.get(),
-                        QStringLiteral("Your Mac’s total CPU load"), {curve(history, processor, 100), {}}),
+            percentTile("cpu", translated("CPU usage"), store.cpuPercent.get(), translated("Your Mac’s total CPU load"),
+                        {curve(history, processor, 100), {}}),
             networkTile(store),
             batteryTile(store.batteryReading.get())};
 }

@@ -39,7 +39,7 @@ bool cameByKey(Qt::FocusReason reason) {
 
 TreemapView::TreemapView(QWidget* parent) : QWidget(parent) {
     TreemapAccessible::install();
-    setAccessibleName(QStringLiteral("Picture of the largest items"));
+    setAccessibleName(translated("Picture of the largest items"));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);

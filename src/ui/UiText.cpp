@@ -27,6 +27,10 @@ QString translated(const char* english) {
     return QString::fromStdString(localized(english));
 }
 
+QString translated(std::string_view english) {
+    return QString::fromStdString(localized(english));
+}
+
 QString translated(const char* english, std::initializer_list<QString> arguments) {
     return filled(localized(english), arguments);
 }

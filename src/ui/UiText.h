@@ -11,6 +11,9 @@ namespace kestrune {
 /// A text of the program in the user's language, as localized() gives it.
 [[nodiscard]] QString translated(const char* english);
 
+/// The same for a text that localizable() marked.
+[[nodiscard]] QString translated(std::string_view english);
+
 /// The same with %1 to %9 replaced by arguments, each taken as it stands.
 [[nodiscard]] QString translated(const char* english, std::initializer_list<QString> arguments);
 

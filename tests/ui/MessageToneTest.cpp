@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
+#include "base/Localized.h"
+
 namespace kestrune {
 
 TEST(MessageTone, finishedMoveIsASuccess) {
@@ -29,6 +33,25 @@ TEST(MessageTone, anythingElseInforms) {
     EXPECT_EQ(
         toneOf("Folders saved. Choose Use Saved Folders after a scan, or Clean the Same Folders Again from the menu."),
         Tone::info);
+}
+
+TEST(MessageTone, toneIsTheSameInEveryLanguage) {
+    setTranslation({[](const char* english) {
+                        using namespace std::string_view_literals;
+                        return english == "Moved %1 items to Trash. 0 failed."sv    ? "Im Papierkorb: %1. Fehler: 0."
+                               : english == "Moved %1 items to Trash. %2 failed."sv ? "Im Papierkorb: %1. Fehler: %2."
+                                                                                    : english;
+                    },
+                    nullptr});
+    EXPECT_EQ(toneOf("Im Papierkorb: 3. Fehler: 0."), Tone::success);
+    EXPECT_EQ(toneOf("Im Papierkorb: 3. Fehler: 10."), Tone::warning);
+    EXPECT_EQ(toneOf("Ordner gemerkt."), Tone::info);
+    setTranslation({});
+}
+
+TEST(MessageTone, outcomeOfPuttingBackThatFailedIsAWarning) {
+    EXPECT_EQ(toneOf("Something else is at ~/Cache now. Rename or move it first, then try again."), Tone::warning);
+    EXPECT_EQ(toneOf("Put back Cache. Storage lists it after the next scan."), Tone::info);
 }
 
 }  // namespace kestrune

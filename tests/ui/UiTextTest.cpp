@@ -47,4 +47,14 @@ TEST(UiText, everyTextShowsAsItselfInATooltip) {
     }
 }
 
+TEST(UiText, argumentsAreTakenAsTheyStand) {
+    EXPECT_EQ(translated("Show in Finder: %1", {QStringLiteral("%1 & ü")}), QStringLiteral("Show in Finder: %1 & ü"));
+}
+
+TEST(UiText, aCountChoosesItsForm) {
+    EXPECT_EQ(translatedCount("%1 item", "%1 items", 1), QStringLiteral("1 item"));
+    EXPECT_EQ(translatedCount("%1 item of %2", "%1 items of %2", 2, {QStringLiteral("2"), QStringLiteral("9")}),
+              QStringLiteral("2 items of 9"));
+}
+
 }  // namespace kestrune

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <string_view>
+
+#include "base/Localized.h"
 
 namespace kestrune {
 
@@ -94,6 +97,20 @@ TEST(ActivityDays, momentIsToldByDayAndTime) {
     EXPECT_EQ(dayAndTimeText(now - day, now, utc), "Yesterday at 14:22");
     EXPECT_EQ(dayAndTimeText(now - 3 * day, now, twoHoursAhead), "Wednesday 18 November at 16:22");
     EXPECT_EQ(dayAndTimeText(now + 14 * hour, now, utc), "Sunday 22 November at 04:22");
+}
+
+TEST(ActivityDays, aDateFollowsTheLanguagesOrder) {
+    setTranslation({[](const char* english) {
+                        using namespace std::string_view_literals;
+                        return english == "Thursday"sv   ? "Donnerstag"
+                               : english == "%1 %2 %3"sv ? "%1, %2. %3"
+                               : english == "%1:%2"sv    ? "%1.%2 Uhr"
+                                                         : english;
+                    },
+                    nullptr});
+    EXPECT_EQ(titleOf(now - 2 * day), "Donnerstag, 19. November");
+    EXPECT_EQ(timeOfDayText(now, utc), "14.22 Uhr");
+    setTranslation({});
 }
 
 }  // namespace kestrune

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <string_view>
 
+#include "base/Localized.h"
 #include "base/Text.h"
 
 namespace kestrune {
@@ -258,6 +260,18 @@ TEST(ExplorerListing, theChildOnTheWayDownIsFoundByWholeNames) {
     EXPECT_EQ(ExplorerListing::childTowards("/home/anna", "/home/anna"), "");
     EXPECT_EQ(ExplorerListing::childTowards("/home/an", "/home/anna/a"), "");
     EXPECT_EQ(ExplorerListing::childTowards("/home/anna", ""), "");
+}
+
+TEST(ExplorerListing, figuresFollowTheLanguage) {
+    setTranslation({[](const char* english) {
+                        using namespace std::string_view_literals;
+                        return english == "%1,%2"sv ? "%1.%2" : english == "%1%"sv ? "%1 %" : english;
+                    },
+                    nullptr});
+    EXPECT_EQ(ExplorerListing::grouped(1'234'567), "1.234.567");
+    EXPECT_EQ(ExplorerListing::grouped(-1'234), "-1.234");
+    EXPECT_EQ(ExplorerListing::percentText(0.42), "42 %");
+    setTranslation({});
 }
 
 }  // namespace kestrune
