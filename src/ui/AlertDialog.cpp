@@ -12,10 +12,10 @@
 #include <algorithm>
 
 #include "ui/Button.h"
-#include "ui/Icons.h"
-#include "ui/Paint.h"
+#include "ui/Mirror.h"
 #include "ui/ScrollArea.h"
 #include "ui/ScrollThumb.h"
+#include "ui/SymbolPlate.h"
 #include "ui/TextLabel.h"
 #include "ui/UiText.h"
 
@@ -25,7 +25,6 @@ namespace {
 
 constexpr int dialogWidth = 520;
 constexpr int padding = 24;
-constexpr int plateSize = 48;
 constexpr int plateGap = 16;
 constexpr int itemIndent = 11;
 constexpr int belowItem = 8;
@@ -57,30 +56,21 @@ QWidget* itemBlock(const AlertItem& item) {
     auto* layout = new QVBoxLayout(block);
     layout->setContentsMargins(0, 0, 0, belowItem);
     layout->setSpacing(0);
-    const QString line = QStringLiteral("• %1 — %2").arg(shown(item.title), shown(item.size));
+    const QString line = item.size.empty() ? QStringLiteral("• %1").arg(shown(item.title))
+                                           : QStringLiteral("• %1 — %2").arg(shown(item.title), shown(item.size));
     layout->addWidget(wrapped(FontRole::rowTitle, Colour::text1, line, block));
     auto* detail = wrapped(FontRole::detail, Colour::text2, shown(item.subtitle), block);
     detail->setContentsMargins(0, 0, 0, 0);
     auto* indented = new QHBoxLayout;
-    indented->setContentsMargins(itemIndent, 0, 0, 0);
+    indented->setContentsMargins(Mirror::margins(*block, itemIndent, 0, 0, 0));
     indented->addWidget(detail);
     layout->addLayout(indented);
     return block;
 }
 
-// Keeps the line breaks that the text itself has.
-QString paragraphs(const std::string& text) {
-    QStringList lines;
-    const QStringList parts = QString::fromStdString(text).split(QLatin1Char('\n'));
-    for (const QString& part : parts) {
-        lines.append(shown(part.toStdString()));
-    }
-    return lines.join(QLatin1Char('\n'));
-}
-
 QVBoxLayout* plainColumn(QWidget& widget, int right) {
     auto* layout = new QVBoxLayout(&widget);
-    layout->setContentsMargins(0, 0, right, 0);
+    layout->setContentsMargins(Mirror::margins(widget, 0, 0, right, 0));
     layout->setSpacing(0);
     return layout;
 }
@@ -117,7 +107,7 @@ int longListHeight() {
 }  // namespace
 
 AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
-    : QDialog(parent), m_symbol(shown(alert.symbol)), m_answer(alert.buttons.empty() ? 0 : alert.buttons.size() - 1) {
+    : QDialog(parent), m_answer(alert.buttons.empty() ? 0 : alert.buttons.size() - 1) {
     static const bool installed = [] {
         QAccessible::installFactory(makeAccessible);
         return true;
@@ -128,18 +118,21 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
     // A minimised question would leave a window behind that answers nothing.
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setAccessibleName(shown(alert.messageText));
-    setAccessibleDescription(paragraphs(alert.informativeText()));
+    setAccessibleDescription(shownLines(alert.informativeText()));
     const int side = Metrics::px(padding);
-    const int left = side + Metrics::px(plateSize) + Metrics::px(plateGap);
+    auto* plate = new SymbolPlate(shown(alert.symbol), this);
+    const int left = side + plate->width() + Metrics::px(plateGap);
     const QSize room = screen()->availableSize() - QSize(0, Metrics::px(frameHeight));
     setFixedWidth(std::min(Metrics::px(dialogWidth), room.width()));
+    const int plateLeft = isRightToLeft() ? width() - side - plate->width() : side;
+    plate->move(plateLeft, side);
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(left, side, side - ScrollThumb::breadth(), side);
+    column->setContentsMargins(Mirror::margins(*this, left, side, side - ScrollThumb::breadth(), side));
     column->setSpacing(0);
     column->addSpacing(aboveTitle);
-    auto* title = wrapped(FontRole::heading, Colour::text1, paragraphs(alert.messageText), this);
+    auto* title = wrapped(FontRole::heading, Colour::text1, shownLines(alert.messageText), this);
     auto* titleRow = new QHBoxLayout;
-    titleRow->setContentsMargins(0, 0, ScrollThumb::breadth(), 0);
+    titleRow->setContentsMargins(Mirror::margins(*this, 0, 0, ScrollThumb::breadth(), 0));
     titleRow->addWidget(title);
     column->addLayout(titleRow);
     const int belowTitle = alert.items.empty() ? 8 : 12;
@@ -156,7 +149,7 @@ AlertDialog::AlertDialog(const Alert& alert, QWidget* parent)
 void AlertDialog::addBody(const Alert& alert, int room, QVBoxLayout& column) {
     QWidget* items = alert.items.empty() ? nullptr : itemList(alert.items);
     const int inside = width() - column.contentsMargins().left() - column.contentsMargins().right();
-    QWidget* text = alert.text.empty() ? nullptr : textBlocks(paragraphs(alert.text), inside - ScrollThumb::breadth());
+    QWidget* text = alert.text.empty() ? nullptr : textBlocks(shownLines(alert.text), inside - ScrollThumb::breadth());
     const auto heightOf = [inside](const QWidget* part) {
         return part == nullptr ? 0 : part->layout()->heightForWidth(inside);
     };
@@ -198,7 +191,7 @@ QWidget* AlertDialog::scrolling(QWidget& content, int inside, int height) {
 
 QLayout* AlertDialog::makeButtons(const std::vector<std::string>& titles) {
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, ScrollThumb::breadth(), 0);
+    row->setContentsMargins(Mirror::margins(*this, 0, 0, ScrollThumb::breadth(), 0));
     row->setSpacing(8);
     row->addStretch(1);
     // KDE and Windows put the default first, everybody else at the right.
@@ -252,12 +245,6 @@ void AlertDialog::keyPressEvent(QKeyEvent* event) {
 void AlertDialog::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), Theme::colour(Colour::window));
-    const int side = Metrics::px(padding);
-    const int plate = Metrics::px(plateSize);
-    Paint::rounded(painter, QRectF(side, side, plate, plate), 12, Theme::colour(Colour::tint));
-    const int symbol = Metrics::px(28);
-    const double inset = side + (plate - symbol) / 2.0;
-    Icons::draw(painter, QPointF(inset, inset), m_symbol, Theme::colour(Colour::accentText), symbol);
 }
 
 }  // namespace kestrune

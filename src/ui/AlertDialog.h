@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDialog>
-#include <QString>
 #include <cstddef>
 #include <vector>
 
@@ -41,7 +40,6 @@ private:
     [[nodiscard]] QWidget* scrolling(QWidget& content, int inside, int height);
     [[nodiscard]] QLayout* makeButtons(const std::vector<std::string>& titles);
 
-    QString m_symbol;
     ScrollArea* m_scroll = nullptr;
     std::vector<Button*> m_buttons;
     std::size_t m_answer = 0;

@@ -6,7 +6,7 @@ namespace kestrune {
 
 namespace {
 
-class AccessiblePainted final : public QAccessibleWidget {
+class AccessiblePainted final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit AccessiblePainted(Painted* widget) : QAccessibleWidget(widget, widget->accessibleRole()) {}
 
@@ -30,7 +30,26 @@ public:
         }
     }
 
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface) {
+            return painted().accessibleAmount() ? static_cast<QAccessibleValueInterface*>(this) : nullptr;
+        }
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    [[nodiscard]] QVariant currentValue() const override { return amount().value; }
+
+    [[nodiscard]] QVariant maximumValue() const override { return amount().most; }
+
+    [[nodiscard]] QVariant minimumValue() const override { return 0.0; }
+
+    [[nodiscard]] QVariant minimumStepSize() const override { return 0.0; }
+
+    void setCurrentValue(const QVariant& /*value*/) override {}
+
 private:
+    [[nodiscard]] Painted::Amount amount() const { return painted().accessibleAmount().value_or(Painted::Amount()); }
+
     [[nodiscard]] Painted& painted() const { return *static_cast<Painted*>(widget()); }
 };
 
@@ -55,6 +74,12 @@ void Painted::setSpoken(const QString& sentence) {
     if (accessibleName() != sentence) {
         setAccessibleName(sentence);
     }
+}
+
+void Painted::tellAmount() {
+    const std::optional<Amount> amount = accessibleAmount();
+    QAccessibleValueChangeEvent event(this, amount ? QVariant(amount->value) : QVariant(accessibleValue()));
+    QAccessible::updateAccessibility(&event);
 }
 
 }  // namespace kestrune

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QWidget>
+#include <optional>
 
 namespace kestrune {
 
@@ -17,6 +18,15 @@ public:
 
     [[nodiscard]] virtual QString accessibleValue() const { return {}; }
 
+    /// How much of how much; screen readers speak it as a share.
+    struct Amount {
+        double value = 0;
+        double most = 1;
+    };
+
+    /// Nothing for a piece that shows no amount, or one that is not known.
+    [[nodiscard]] virtual std::optional<Amount> accessibleAmount() const { return std::nullopt; }
+
     /// What a screen reader presses; nothing for a piece that only shows something.
     virtual void activate() {}
 
@@ -25,6 +35,9 @@ public:
 protected:
     /// Sets the accessible name and tells screen readers when it is a new one.
     void setSpoken(const QString& sentence);
+
+    /// Tells screen readers that the value is another one.
+    void tellAmount();
 };
 
 }  // namespace kestrune

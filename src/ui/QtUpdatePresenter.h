@@ -4,10 +4,9 @@
 #include <memory>
 
 #include "platform/UpdatePresenter.h"
+#include "ui/UpdateWindow.h"
 
 namespace kestrune {
-
-class UpdateWindow;
 
 /// Shows updates in a window of our own, which is made when it is first needed. Main thread.
 class QtUpdatePresenter final : public UpdatePresenter {
@@ -31,8 +30,22 @@ public:
     [[nodiscard]] UpdateWindow* window() const;
 
 private:
+    /// What each button calls; closing the window calls the secondary one's.
+    struct Answers {
+        std::function<void()> primary = {};
+        std::function<void()> secondary = {};
+        std::function<void()> quiet = {};
+        bool primaryCloses = true;
+    };
+
+    void show(const UpdateContent& content, Answers answers);
+    void makeWindow();
+    void take(UpdateWindow::Answer answer);
+
     std::function<void()> m_prepare;
     std::unique_ptr<UpdateWindow> m_window;
+    Answers m_answers;
+    unsigned m_state = 0;  ///< counts the states shown
 };
 
 }  // namespace kestrune
