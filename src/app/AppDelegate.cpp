@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "base/Localized.h"
+
 namespace kestrune {
 
 namespace {
@@ -16,6 +18,9 @@ AppDelegate::AppDelegate(AppDelegateParts parts) : m_parts(std::move(parts)) {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+    m_parts.dockTile.setActivationPolicy(DockTile::ActivationPolicy::accessory);
+    m_parts.engine.ensureLaunchAtLoginOnFirstLaunch();
+    startUpdater();
     m_parts.store.startMonitoring();
     refresh();
     m_timer = m_parts.mainQueue.every(refreshInterval, [this] { refresh(); });
@@ -66,6 +71,7 @@ void AppDelegate::perform(MenuAction action) {
         case MenuAction::openSettings:
             return open(WorkspacePage::settings);
         case MenuAction::openPorts:
+            m_parts.dockTile.setActivationPolicy(DockTile::ActivationPolicy::regular);
             return m_parts.showPorts();
         case MenuAction::quickClean:
             return m_parts.store.quickClean(false);
@@ -80,26 +86,33 @@ void AppDelegate::perform(MenuAction action) {
         case MenuAction::toggleDaily:
             m_parts.store.setReminders(!m_parts.store.reminders.get());
             return refresh();
+        case MenuAction::checkUpdates:
+            return checkUpdates();
         case MenuAction::quit:
             terminate();
             return;
         default:
-            // The editing commands belong to the focused text field; checking for updates is disabled.
+            // The editing commands belong to the focused text field.
             return;
     }
 }
 
+void AppDelegate::showWindow() {
+    m_parts.dockTile.setActivationPolicy(DockTile::ActivationPolicy::regular);
+    m_parts.showWindow();
+}
+
 void AppDelegate::open(WorkspacePage page) {
     m_parts.store.page.set(page);
-    m_parts.showWindow();
+    showWindow();
 }
 
 void AppDelegate::cleanSaved() {
     if (m_parts.store.savedSelection().empty()) {
         open(WorkspacePage::storage);
-        m_parts.store.message.set(
+        m_parts.store.message.set(localized(
             "Choose folders in Storage, then click Save for Next Time. You can review those same folders from the "
-            "menu next time.");
+            "menu next time."));
         return;
     }
     m_parts.store.quickClean(true);
@@ -124,10 +137,10 @@ bool AppDelegate::applicationShouldTerminate() {
     }
     if (!m_guardIsShown) {
         Alert alert;
-        alert.messageText = "An action is still running";
-        alert.text =
+        alert.messageText = localized("An action is still running");
+        alert.text = localized(
             "Wait for the current action to finish before quitting or installing an update. You can stop cleanup "
-            "after its current item.";
+            "after its current item.");
         m_guardIsShown = true;
         static_cast<void>(m_parts.alerts.present(alert));
         m_guardIsShown = false;
@@ -161,14 +174,29 @@ void AppDelegate::exitWhenIdle() {
     }
 }
 
-void AppDelegate::applicationShouldHandleReopen() const {
-    m_parts.showWindow();
+bool AppDelegate::sessionWillEnd(bool mayAsk) {
+    if (mayAsk) {
+        return applicationShouldTerminate();
+    }
+    terminateAfterCurrentItem();
+    return true;
+}
+
+void AppDelegate::applicationShouldHandleReopen() {
+    showWindow();
 }
 
 void AppDelegate::windowWillClose() {
+    if (!m_parts.store.updateAvailable.get()) {
+        m_parts.dockTile.setActivationPolicy(DockTile::ActivationPolicy::accessory);
+    }
+    endWithoutWindows();
+}
+
+void AppDelegate::endWithoutWindows() {
     const bool somethingIsLeft = m_parts.statusItem.isShown() || m_parts.isAnyWindowOpen();
     if (!somethingIsLeft && !terminate()) {
-        m_parts.showWindow();
+        showWindow();
     }
 }
 

@@ -31,7 +31,7 @@ struct AppDelegateParts {
     std::function<void()> showWindow;       ///< shows the workspace window on the store's page, in front
     std::function<void()> showPorts;        ///< shows the port review window, in front
     std::function<bool()> isWindowVisible;  ///< the workspace window is on the screen
-    std::function<bool()> isAnyWindowOpen;  ///< the workspace or the port window is open, be it minimised
+    std::function<bool()> isAnyWindowOpen;  ///< any window of the program is open, be it minimised
     std::function<void()> exit;             ///< ends the program's event loop
 };
 
@@ -42,7 +42,8 @@ public:
     explicit AppDelegate(AppDelegateParts parts);
     ~AppDelegate() override = default;
 
-    /// Starts monitoring, shows the first figures and goes on every five seconds. Once.
+    /// Turns starting at login on at the first launch, starts the updater and monitoring, shows the first figures and
+    /// goes on every five seconds. Once.
     void applicationDidFinishLaunching();
 
     /// Reads memory and disk once, brings the status item up to date and hands the figures to the store. Lists
@@ -65,14 +66,21 @@ public:
     /// finished its current item.
     void terminateAfterCurrentItem();
 
-    /// The program was started again while it runs.
-    void applicationShouldHandleReopen() const;
+    /// The user's session asks whether it may end. mayAsk: a question may be shown. False when it should not end now;
+    /// where nothing can be asked, the program ends as soon as a running cleanup has finished its current item.
+    [[nodiscard]] bool sessionWillEnd(bool mayAsk);
 
-    /// One of the two windows was closed. Without a status item and the other window nothing of the program is left to
-    /// see, so closing the last one then means to quit.
+    /// The program was started again while it runs, or has lost its status item: shows the workspace window.
+    void applicationShouldHandleReopen();
+
+    /// The workspace window was closed: the entry in the dock goes, unless an update waits there.
     void windowWillClose();
 
-    /// The user asks for newer versions.
+    /// Any window was closed. Without a status item and another window nothing of the program is left to see, so
+    /// closing the last one then means to quit.
+    void endWithoutWindows();
+
+    /// The user asks for newer versions. In a build that does not look for any, the settings page says so.
     void checkUpdates();
 
     void didFindValidUpdate(const UpdateItem& item) override;
@@ -85,7 +93,12 @@ public:
     [[nodiscard]] const StatusMenuModel& menu() const { return m_menu; }
 
 private:
+    void showWindow();
     void open(WorkspacePage page);
+    void startUpdater();
+    void setUpdateAvailable(const UpdateItem& item);
+    void clearUpdate();
+    [[nodiscard]] std::string noUpdatesText() const;
     void cleanSaved();
     void protectCurrent();
     void exitWhenIdle();
@@ -94,6 +107,8 @@ private:
     AppDelegateParts m_parts;
     StatusMenuModel m_menu;
     std::unique_ptr<Timer> m_timer;
+    std::unique_ptr<Timer> m_recheck;  ///< brings an update forward that a scheduled check found
+    std::shared_ptr<AppDelegate*> m_self = std::make_shared<AppDelegate*>(this);  ///< for what may outlive it
     bool m_guardIsShown = false;
     std::vector<Subscription> m_exitSubscriptions;
 };

@@ -8,13 +8,16 @@
 #include <QRandomGenerator>
 #include <QSessionManager>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "app/MainMenu.h"
+#include "base/Localized.h"
 #include "base/SerialQueue.h"
 #include "ui/Motion.h"
 #include "ui/Theme.h"
+#include "ui/UpdateWindow.h"
 
 namespace kestrune {
 
@@ -22,6 +25,9 @@ namespace {
 
 // The window's frame: x, y, width, height.
 const std::string frameKey = "KestruneWorkspace";
+
+// For the desktop to take the notification over; nobody waits for this start any more.
+constexpr std::chrono::milliseconds farewellTime{500};
 
 bool isOpen(const QWidget* window) {
     return window != nullptr && window->isVisible();
@@ -77,7 +83,7 @@ Application::Application(BuildSettings settings)
                                                  prepareInterface();
                                                  m_delegate.menuWillOpen();
                                              },
-                                             [this] { showWindow(); }}),
+                                             [this] { m_delegate.applicationShouldHandleReopen(); }}),
       m_updatePresenter([this] { prepareInterface(); }),
       m_updater({.source = m_settings.updates,
                  .runningVersion = KESTRUNE_VERSION,
@@ -100,7 +106,7 @@ Application::Application(BuildSettings settings)
                   .showWindow = [this] { showWindow(); },
                   .showPorts = [this] { portWindow().present(); },
                   .isWindowVisible = [this] { return isOnScreen(m_window.get()); },
-                  .isAnyWindowOpen = [this] { return isOpen(m_window.get()) || isOpen(m_ports.get()); },
+                  .isAnyWindowOpen = [this] { return isAnyWindowOpen(); },
                   .exit = [] { QCoreApplication::exit(); }}),
       m_instance(QDBusConnection::sessionBus(), [this] { m_delegate.applicationShouldHandleReopen(); }),
       m_signals([this] { m_delegate.terminateAfterCurrentItem(); }) {
@@ -108,16 +114,29 @@ Application::Application(BuildSettings settings)
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
 }
 
-Application::~Application() = default;
+Application::~Application() {
+    // The windows go one by one, and each would ask for the others.
+    QCoreApplication::instance()->removeEventFilter(this);
+}
 
 void Application::start() {
-    m_instance.acquire([this](bool isFirst) {
-        if (isFirst) {
-            launch();
-        } else {
-            QCoreApplication::exit();
+    m_instance.acquire([this](SingleInstance::Outcome outcome) {
+        switch (outcome) {
+            case SingleInstance::Outcome::first:
+                return launch();
+            case SingleInstance::Outcome::otherCameForward:
+                return QCoreApplication::exit();
+            case SingleInstance::Outcome::otherDoesNotAnswer:
+                return refuseToLaunch();
         }
     });
+}
+
+/// The program runs already, and hangs: a second one would work on the same files.
+void Application::refuseToLaunch() {
+    m_engine.notify("Kestrune", localized("Kestrune is already running but doesn’t answer. Wait a moment, or end it in "
+                                          "your system monitor and start it again."));
+    m_farewell = m_mainQueue.after(farewellTime, [] { QCoreApplication::exit(); });
 }
 
 void Application::launch() {
@@ -133,10 +152,17 @@ void Application::prepareInterface() {
     m_interfacePrepared = true;
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/kestrune.svg")));
     Theme::start();
-    m_services.appearance->start([](AppearanceSettings settings) {
+    m_services.appearance->start([this](AppearanceSettings settings) {
         Theme::setDark(settings.dark);
-        Motion::setReduced(settings.reduceMotion);
+        m_desktopReducesMotion = settings.reduceMotion;
+        applyMotion();
     });
+    m_motionChanged = m_store.reducedMotion.observe([this] { applyMotion(); });
+    applyMotion();
+}
+
+void Application::applyMotion() {
+    Motion::setReduced(m_desktopReducesMotion || m_store.reducedMotion.get());
 }
 
 WorkspaceWindow& Application::window() {
@@ -157,11 +183,26 @@ WorkspaceWindow& Application::window() {
 }
 
 void Application::activate() {
-    for (QWidget* const open : {static_cast<QWidget*>(m_window.get()), static_cast<QWidget*>(m_ports.get())}) {
-        if (isOpen(open)) {
-            open->raise();
+    QWidget* last = nullptr;
+    for (QWidget* const window : windows()) {
+        if (isOnScreen(window)) {
+            window->raise();
+            last = window;
         }
     }
+    if (last != nullptr) {
+        last->activateWindow();
+    }
+}
+
+/// From the one that lies lowest when all of them come to the front.
+std::array<QWidget*, 3> Application::windows() const {
+    return {m_window.get(), m_ports.get(), m_updatePresenter.window()};
+}
+
+bool Application::isAnyWindowOpen() const {
+    const auto all = windows();
+    return std::any_of(all.begin(), all.end(), isOpen);
 }
 
 void Application::showWindow() {
@@ -179,37 +220,46 @@ PortReviewWindow& Application::portWindow() {
 
 /// The one in front, so that a question stands over what it is about.
 QWidget* Application::windowForAlerts() const {
-    if (isOpen(m_ports.get()) && (m_ports->isActiveWindow() || !isOpen(m_window.get()))) {
-        return m_ports.get();
+    QWidget* lowest = nullptr;
+    for (QWidget* const window : windows()) {
+        if (isOpen(window) && window->isActiveWindow()) {
+            return window;
+        }
+        lowest = lowest == nullptr && isOpen(window) ? window : lowest;
     }
-    return isOpen(m_window.get()) ? m_window.get() : nullptr;
+    return lowest;
 }
 
 bool Application::eventFilter(QObject* watched, QEvent* event) {
     // The toolkit asks to quit (a global menu, the platform): that is the quit guard's to decide.
     if (watched == QCoreApplication::instance() && event->type() == QEvent::Quit) {
         event->ignore();
-        m_delegate.terminate();
+        if (m_sessionHasEnded) {
+            m_delegate.terminateAfterCurrentItem();
+        } else {
+            m_delegate.terminate();
+        }
         return true;
     }
-    if (m_ports && watched == m_ports.get() && event->type() == QEvent::Hide && !event->spontaneous()) {
+    if (event->type() == QEvent::Hide && !event->spontaneous() &&
+        (watched == m_ports.get() || qobject_cast<UpdateWindow*>(watched) != nullptr)) {
         // Queued, because the window is not quite hidden yet.
         QMetaObject::invokeMethod(
-            this, [this] { m_delegate.windowWillClose(); }, Qt::QueuedConnection);
+            this, [this] { m_delegate.endWithoutWindows(); }, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
 }
 
 void Application::sessionEnds(QSessionManager& manager) {
-    if (!manager.allowsInteraction()) {
-        m_delegate.terminateAfterCurrentItem();
-        return;
+    const bool mayAsk = manager.allowsInteraction();
+    const bool mayEnd = m_delegate.sessionWillEnd(mayAsk);
+    if (mayAsk) {
+        manager.release();
     }
-    const bool mayEnd = m_delegate.applicationShouldTerminate();
-    manager.release();
     if (!mayEnd) {
         manager.cancel();
     }
+    m_sessionHasEnded = !mayAsk;
 }
 
 }  // namespace kestrune

@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+#include <array>
 #include <memory>
 
 #include "app/AppDelegate.h"
@@ -43,11 +44,15 @@ protected:
 
 private:
     void launch();
+    void refuseToLaunch();
     void prepareInterface();
+    void applyMotion();
     void activate();
     void showWindow();
     [[nodiscard]] WorkspaceWindow& window();
     [[nodiscard]] PortReviewWindow& portWindow();
+    [[nodiscard]] std::array<QWidget*, 3> windows() const;
+    [[nodiscard]] bool isAnyWindowOpen() const;
     [[nodiscard]] QWidget* windowForAlerts() const;
     void sessionEnds(QSessionManager& manager);
 
@@ -68,6 +73,10 @@ private:
     SingleInstance m_instance;
     TerminationSignals m_signals;
     bool m_interfacePrepared = false;
+    bool m_desktopReducesMotion = false;
+    bool m_sessionHasEnded = false;  ///< what asks to quit from now on asks for the last time
+    Subscription m_motionChanged;
+    std::unique_ptr<Timer> m_farewell;
     std::unique_ptr<WorkspaceWindow> m_window;  ///< made when it is first shown, then kept
     std::unique_ptr<PortReviewWindow> m_ports;  ///< likewise
 };

@@ -34,42 +34,50 @@ SingleInstance::~SingleInstance() {
     m_connection.unregisterObject(instancePath);
 }
 
-void SingleInstance::acquire(std::function<void(bool isFirst)> answer) {
+void SingleInstance::acquire(std::function<void(Outcome)> answer) {
     // Without a bus a call is never answered, not even with an error.
     if (!m_connection.isConnected()) {
-        answer(true);
+        answer(Outcome::first);
         return;
     }
+    requestName([this, answer = std::move(answer)](bool isTaken) {
+        if (isTaken) {
+            activateOther(answer);
+        } else {
+            answer(Outcome::first);
+        }
+    });
+}
+
+void SingleInstance::requestName(std::function<void(bool isTaken)> answer) {
     QDBusMessage message =
         QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
                                        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
     message << instanceName << doNotQueue;
     auto* watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(message, answerTimeoutMilliseconds), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer = std::move(answer)] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [watcher, answer = std::move(answer)] {
         watcher->deleteLater();
         const QDBusPendingReply<uint> reply = *watcher;
-        if (reply.isValid() && reply.value() == nameExists) {
-            activateOther(answer);
-        } else {
-            answer(true);
-        }
+        answer(reply.isValid() && reply.value() == nameExists);
     });
 }
 
-void SingleInstance::activateOther(const std::function<void(bool isFirst)>& answer) {
+void SingleInstance::activateOther(const std::function<void(Outcome)>& answer) {
     QDBusMessage message =
         QDBusMessage::createMethodCall(instanceName, instancePath, applicationInterface, QStringLiteral("Activate"));
     message << QVariantMap();
     message.setAutoStartService(false);
     auto* watcher = new QDBusPendingCallWatcher(m_connection.asyncCall(message, answerTimeoutMilliseconds), this);
     // An instance that is too busy to answer still holds the name: a second one would work on the same files. One that
-    // has just ended leaves its place to us.
+    // ended before it was asked, or before it answered, leaves its place to us.
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answer] {
         watcher->deleteLater();
-        if (watcher->isError() && watcher->error().type() == QDBusError::ServiceUnknown) {
+        if (!watcher->isError()) {
+            answer(Outcome::otherCameForward);
+        } else if (watcher->error().type() == QDBusError::ServiceUnknown) {
             acquire(answer);
         } else {
-            answer(false);
+            requestName([answer](bool isTaken) { answer(isTaken ? Outcome::otherDoesNotAnswer : Outcome::first); });
         }
     });
 }

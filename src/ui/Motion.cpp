@@ -16,7 +16,15 @@ bool isReduced() {
 }
 
 void setReduced(bool reduced) {
-    reducedFlag() = reduced;
+    if (reduced != isReduced()) {
+        reducedFlag() = reduced;
+        changed().emit();
+    }
+}
+
+Signal& changed() {
+    static Signal signal;
+    return signal;
 }
 
 int duration(int milliseconds) {

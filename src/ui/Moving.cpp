@@ -19,6 +19,16 @@ constexpr double stillOpacity = 0.4;
 
 Moving::Moving(QWidget* parent) : Painted(parent) {
     m_time.start();
+    m_motionChanged = Motion::changed().connect([this] { follow(); });
+}
+
+void Moving::follow() {
+    if (Motion::isReduced()) {
+        m_frames.stop();
+    } else if (isVisible()) {
+        m_frames.start(frameTime, this);
+    }
+    nextFrame();
 }
 
 double Moving::phase(int milliseconds) const {
@@ -42,9 +52,7 @@ void Moving::paintPassing(QPainter& painter, const QRectF& bar, const QColor& gr
 
 void Moving::showEvent(QShowEvent* event) {
     Painted::showEvent(event);
-    if (!Motion::isReduced()) {
-        m_frames.start(frameTime, this);
-    }
+    follow();
 }
 
 void Moving::hideEvent(QHideEvent* event) {
@@ -56,9 +64,6 @@ void Moving::timerEvent(QTimerEvent* event) {
     if (event->timerId() != m_frames.timerId()) {
         Painted::timerEvent(event);
         return;
-    }
-    if (Motion::isReduced()) {
-        m_frames.stop();
     }
     nextFrame();
 }

@@ -3,6 +3,7 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 
+#include "base/Published.h"
 #include "ui/Painted.h"
 
 namespace kestrune {
@@ -29,8 +30,12 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    /// Moves or stands still, as is wanted now.
+    void follow();
+
     QBasicTimer m_frames;
     QElapsedTimer m_time;
+    Subscription m_motionChanged;
 };
 
 }  // namespace kestrune
