@@ -11,6 +11,7 @@
 
 #include "ui/IconPicture.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 #include "workspace/RunningItem.h"
@@ -92,6 +93,7 @@ void draw(QPainter& painter, const QRect& box, const RunningItem& item, const Pi
         const QPixmap own = icon(picture, box.width(), painter.device()->devicePixelRatioF());
         if (!own.isNull()) {
             const QSizeF size = own.deviceIndependentSize();
+            const Mirror::Turn upright(painter, QRectF(box), Mirror::isOn(painter));
             painter.drawPixmap(
                 QPointF(box.left() + (box.width() - size.width()) / 2, box.top() + (box.height() - size.height()) / 2),
                 own);

@@ -9,6 +9,7 @@
 #include "ui/Button.h"
 #include "ui/CrumbButton.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/TabOrder.h"
 #include "ui/TextLabel.h"
@@ -52,9 +53,9 @@ Button* iconButton(const QString& name, const QString& symbol, QWidget* parent) 
 
 Breadcrumb::Breadcrumb(QWidget* parent)
     : QWidget(parent),
-      m_back(iconButton(QStringLiteral("Back"), QStringLiteral("chevron.left"), this)),
-      m_forward(iconButton(QStringLiteral("Forward"), QStringLiteral("chevron.right"), this)),
-      m_up(new Button(Button::Kind::quiet, QStringLiteral("Up one folder"), this)),
+      m_back(iconButton(translated("Back"), QStringLiteral("chevron.left"), this)),
+      m_forward(iconButton(translated("Forward"), QStringLiteral("chevron.right"), this)),
+      m_up(new Button(Button::Kind::quiet, translated("Up one folder"), this)),
       m_hidden(new CrumbButton(this)),
       m_current(new TextLabel(FontRole::bodyStrong, Colour::text1, this)),
       m_counts(new TextLabel(FontRole::detail, Colour::text3, this)) {
@@ -62,8 +63,8 @@ Breadcrumb::Breadcrumb(QWidget* parent)
     m_up->setSymbol(QStringLiteral("arrow.up"));
     m_up->setEnabled(false);
     m_hidden->setLabel(QStringLiteral("…"));
-    m_hidden->setAccessibleName(QStringLiteral("Folders above"));
-    m_hidden->setToolTip(QStringLiteral("Folders above"));
+    m_hidden->setAccessibleName(translated("Folders above"));
+    m_hidden->setToolTip(translated("Folders above"));
     m_hidden->hide();
     m_current->setFit(TextLabel::Fit::elideEnd);
     m_counts->setAlignment(Qt::AlignRight);
@@ -121,7 +122,7 @@ int Breadcrumb::crumbWidth(std::size_t index) const {
 
 void Breadcrumb::place() {
     const auto centred = [this](QWidget* piece, int left, QSize size) {
-        piece->setGeometry(left, (height() - size.height()) / 2, size.width(), size.height());
+        piece->setGeometry(Mirror::shown(*this, QRect(QPoint(left, (height() - size.height()) / 2), size)));
         return left + size.width();
     };
     int left = centred(m_back, 0, m_back->sizeHint());
@@ -166,7 +167,7 @@ void Breadcrumb::showCrumbs(std::size_t first, int left, int right) {
     m_separators.clear();
     const auto put = [&](CrumbButton* button) {
         const QSize size = button->sizeHint();
-        button->setGeometry(QRect(QPoint(left, (height() - size.height()) / 2), size));
+        button->setGeometry(Mirror::shown(*this, QRect(QPoint(left, (height() - size.height()) / 2), size)));
         button->show();
         m_separators.push_back(left + size.width());
         left += size.width() + separatorWidth();
@@ -186,14 +187,15 @@ void Breadcrumb::showCrumbs(std::size_t first, int left, int right) {
         }
         const ExplorerCrumb& crumb = m_crumbs[first + index];
         button->setLabel(labelOf(crumb));
-        button->setAccessibleName(QStringLiteral("Explore: %1").arg(readable(crumb)));
+        button->setAccessibleName(translated("Explore: %1", {readable(crumb)}));
         button->setToolTip(asToolTip(readable(crumb)));
         put(button);
     }
     left += Metrics::px(smallGap);
     m_current->setText(m_crumbs.empty() ? QString() : labelOf(m_crumbs.back()));
     const int room = std::max(0, std::min(right - left, m_current->sizeHint().width()));
-    m_current->setGeometry(left, (height() - m_current->sizeHint().height()) / 2, room, m_current->sizeHint().height());
+    const int line = m_current->sizeHint().height();
+    m_current->setGeometry(Mirror::shown(*this, QRect(left, (height() - line) / 2, room, line)));
     if (hadFocus && !focused->isVisible()) {
         m_up->setFocus(Qt::OtherFocusReason);
     }
@@ -218,12 +220,12 @@ void Breadcrumb::openMenu() {
         const QAction* action = menu->addAction(withoutMnemonic(labelOf(m_crumbs[index])));
         connect(action, &QAction::triggered, this, [this, path = m_crumbs[index].path] { Q_EMIT chosen(path); });
     }
-    menu->popup(m_hidden->mapToGlobal(QPoint(0, m_hidden->height() + smallGap)));
+    Mirror::popUpBelow(*menu, *m_hidden);
     menu->setActiveAction(menu->actions().constFirst());
 }
 
 void Breadcrumb::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     const int symbol = Metrics::px(symbolSize);
     Icons::draw(painter, QPointF(m_symbolLeft, (height() - symbol) / 2.0), QStringLiteral("folder"),
                 Theme::colour(Colour::text2), symbol);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "ui/DisclosureButton.h"
+#include "ui/Mirror.h"
 #include "ui/Motion.h"
 #include "ui/TextLabel.h"
 
@@ -79,10 +80,10 @@ QSize Disclosure::minimumSizeHint() const {
 
 void Disclosure::place() {
     const QSize button = m_button->sizeHint();
-    m_button->setGeometry(QRect(QPoint(0, 0), button));
+    m_button->setGeometry(Mirror::shown(*this, QRect(QPoint(0, 0), button)));
     const int left = DisclosureButton::titleLeft();
     const int shown = textHeight(width());
-    m_clip->setGeometry(left, button.height(), width() - left, shown);
+    m_clip->setGeometry(Mirror::shown(*this, QRect(left, button.height(), width() - left, shown)));
     m_text->setGeometry(0, 0, width() - left, m_text->heightForWidth(width() - left));
     // A text that is folded away is not read either.
     m_clip->setVisible(shown > 0);

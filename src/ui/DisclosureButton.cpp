@@ -9,6 +9,7 @@
 
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 
 namespace kestrune {
@@ -96,7 +97,7 @@ QSize DisclosureButton::sizeHint() const {
 }
 
 void DisclosureButton::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     const int chevron = Metrics::px(chevronSize);
     Icons::draw(painter, QPointF(0, (height() - chevron) / 2.0),
                 m_open ? QStringLiteral("chevron.down") : QStringLiteral("chevron.right"),

@@ -7,8 +7,10 @@
 #include <algorithm>
 
 #include "ui/Button.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/ProgressStrip.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -25,10 +27,10 @@ constexpr int sentenceHeight = 28;
 ExplorerProgressStrip::ExplorerProgressStrip(QWidget* parent)
     : Painted(parent),
       m_running(new ProgressStrip(this)),
-      m_stop(new Button(Button::Kind::secondary, QStringLiteral("Stop scan"), this)) {
-    setAccessibleName(QStringLiteral("Found so far"));
+      m_stop(new Button(Button::Kind::secondary, translated("Stop scan"), this)) {
+    setAccessibleName(translated("Found so far"));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    m_running->setProgress(QStringLiteral("Measuring folders and finding large files…"), 0, 0);
+    m_running->setProgress(translated("Measuring folders and finding large files…"), 0, 0);
     m_running->setFixedHeight(std::max(Metrics::px(sentenceHeight), Metrics::lineHeight(FontRole::body)));
     auto* texts = new QVBoxLayout;
     texts->setContentsMargins(0, 4, 0, 9);
@@ -36,7 +38,7 @@ ExplorerProgressStrip::ExplorerProgressStrip(QWidget* parent)
     texts->addWidget(m_running);
     texts->addSpacing(Metrics::lineHeight(FontRole::detail));
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, Metrics::px(side), 0);
+    layout->setContentsMargins(Mirror::margins(*this, 0, 0, Metrics::px(side), 0));
     layout->setSpacing(0);
     layout->addLayout(texts, 1);
     layout->addWidget(m_stop, 0, Qt::AlignVCenter);
@@ -65,14 +67,15 @@ int ExplorerProgressStrip::paintFigure(QPainter& painter, const QRect& box, cons
 }
 
 void ExplorerProgressStrip::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     Paint::rounded(painter, rect(), 8, Theme::colour(Colour::tint));
     const QRect sentence = m_running->geometry();
     QRect box(Metrics::px(textLeft), sentence.bottom() + 1, 0, Metrics::lineHeight(FontRole::detail));
-    box.setRight(m_stop->x() - Metrics::px(side));
+    box.setRight(Mirror::shown(*this, m_stop->geometry()).left() - Metrics::px(side));
     painter.setPen(Theme::colour(Colour::text2));
-    box.setLeft(box.left() + paintFigure(painter, box, m_inspected, QStringLiteral("000,000 inspected")));
-    box.setLeft(box.left() + paintFigure(painter, box, m_found, QStringLiteral("000.00 GB found")));
+    box.setLeft(box.left() +
+                paintFigure(painter, box, m_inspected, translated("%1 inspected", {QStringLiteral("000,000")})));
+    box.setLeft(box.left() + paintFigure(painter, box, m_found, translated("%1 found", {QStringLiteral("000.00 GB")})));
     if (box.width() >= Metrics::px(smallestFolder)) {
         Paint::text(painter, box, FontRole::detail, Theme::colour(Colour::text2), m_folder, Qt::AlignLeft,
                     Qt::ElideMiddle);

@@ -9,6 +9,7 @@
 #include "ui/Button.h"
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -45,8 +46,8 @@ struct ExplorerRowView::Columns {
 
 ExplorerRowView::ExplorerRowView(QWidget* parent)
     : ListRow(parent),
-      m_explore(new Button(Button::Kind::row, QStringLiteral("Explore"), this)),
-      m_reveal(new Button(Button::Kind::row, QStringLiteral("Show in Finder"), this)) {
+      m_explore(new Button(Button::Kind::row, translated("Explore"), this)),
+      m_reveal(new Button(Button::Kind::row, translated("Show in Finder"), this)) {
     setFocusPolicy(Qt::StrongFocus);
     for (Button* button : {m_explore, m_reveal}) {
         button->setFocusPolicy(Qt::TabFocus);
@@ -72,8 +73,8 @@ void ExplorerRowView::setRow(const ExplorerRow& row) {
         m_detail = QString::fromStdString(row.detail);
         m_explore->setVisible(row.isDirectory);
         const QString spoken = m_detail.isEmpty() ? m_name : QStringLiteral("%1, %2").arg(m_name, m_detail);
-        m_explore->setAccessibleName(QStringLiteral("Explore: %1").arg(spoken));
-        m_reveal->setAccessibleName(QStringLiteral("Show in Finder: %1").arg(spoken));
+        m_explore->setAccessibleName(translated("Explore: %1", {spoken}));
+        m_reveal->setAccessibleName(translated("Show in Finder: %1", {spoken}));
         setAccessibleDescription(QString::fromStdString(ExplorerListing::readablePath(row.path)));
     }
     if (!sameHeight) {
@@ -131,7 +132,7 @@ ExplorerRowView::Columns ExplorerRowView::columns(int width) const {
     result.buttonsLeft = buttonsRight - buttons;
     const int sizeColumn =
         std::max(Metrics::px(sizeWidth), Metrics::tabularWidth(FontRole::rowTitle, QStringLiteral("999.99 GB")));
-    const int percentColumn = Metrics::tabularWidth(FontRole::detail, QStringLiteral("100%"));
+    const int percentColumn = Metrics::tabularWidth(FontRole::detail, translated("%1%", {QStringLiteral("100")}));
     const auto placeFigures = [&](int right, int bar) {
         result.sizeRight = right;
         result.percentRight = right - sizeColumn - gap;
@@ -165,8 +166,9 @@ void ExplorerRowView::arrangeControls() {
     const QSize explore = m_explore->sizeHint();
     const QSize reveal = m_reveal->sizeHint();
     const int top = place.buttonsHeight > 0 ? place.firstHeight - 4 : (place.firstHeight - reveal.height()) / 2;
-    m_explore->setGeometry(QRect(QPoint(place.buttonsLeft, top), explore));
-    m_reveal->setGeometry(QRect(QPoint(place.buttonsLeft + explore.width(), top), reveal));
+    m_explore->setGeometry(Mirror::shown(*this, QRect(QPoint(place.buttonsLeft, top), explore)));
+    const QPoint beside(place.buttonsLeft + explore.width(), top);
+    m_reveal->setGeometry(Mirror::shown(*this, QRect(beside, reveal)));
 }
 
 void ExplorerRowView::resizeEvent(QResizeEvent* event) {
@@ -224,7 +226,7 @@ void ExplorerRowView::keyPressEvent(QKeyEvent* event) {
 void ExplorerRowView::contextMenuEvent(QContextMenuEvent* event) {
     const bool pointer = event->reason() == QContextMenuEvent::Mouse;
     const QPoint belowName(columns(width()).nameLeft, columns(width()).firstHeight - 4);
-    Q_EMIT menuWanted(pointer ? event->globalPos() : mapToGlobal(belowName));
+    Q_EMIT menuWanted(pointer ? event->globalPos() : mapToGlobal(Mirror::laidOut(*this, belowName)));
 }
 
 void ExplorerRowView::focusInEvent(QFocusEvent* event) {

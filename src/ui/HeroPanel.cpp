@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include "ui/Button.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -18,22 +20,22 @@ constexpr int narrowBelow = 700;
 constexpr int unitGap = 5;
 
 QString title() {
-    return QStringLiteral("Room to breathe");
+    return translated("Room to breathe");
 }
 
 QString text() {
-    return QStringLiteral(
+    return translated(
         "Review build caches and model downloads in one place. Every cleanup starts with your selection.");
 }
 
 QString caption() {
-    return QStringLiteral("Build cache space to review");
+    return translated("Build cache space to review");
 }
 
 }  // namespace
 
 HeroPanel::HeroPanel(QWidget* parent)
-    : Painted(parent), m_review(new Button(Button::Kind::primary, QStringLiteral("Review storage"), this)) {
+    : Painted(parent), m_review(new Button(Button::Kind::primary, translated("Review storage"), this)) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(m_review, &Button::clicked, this, &HeroPanel::reviewWanted);
 }
@@ -81,7 +83,8 @@ int HeroPanel::wantedHeight() const {
 void HeroPanel::arrange() {
     setFixedHeight(wantedHeight());
     const QSize button = m_review->sizeHint();
-    m_review->setGeometry(QRect(QPoint(width() - padding - button.width(), (height() - button.height()) / 2), button));
+    const QPoint place(width() - padding - button.width(), (height() - button.height()) / 2);
+    m_review->setGeometry(Mirror::shown(*this, QRect(place, button)));
 }
 
 void HeroPanel::resizeEvent(QResizeEvent* event) {
@@ -90,7 +93,7 @@ void HeroPanel::resizeEvent(QResizeEvent* event) {
 }
 
 void HeroPanel::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     Paint::card(painter, rect());
     const int heading = Metrics::lineHeight(FontRole::heading);
     const int body = Metrics::lineHeight(FontRole::body);
@@ -103,7 +106,7 @@ void HeroPanel::paintEvent(QPaintEvent* /*event*/) {
                      text());
 
     const int gap = width() < narrowBelow ? narrowGap : columnGap;
-    const int right = m_review->x() - gap;
+    const int right = width() - padding - m_review->width() - gap;
     const int figure = Metrics::lineHeight(FontRole::figureLarge);
     const int detail = Metrics::lineHeight(FontRole::detail);
     const int figureTop = (height() - figure - detail) / 2;
@@ -112,8 +115,7 @@ void HeroPanel::paintEvent(QPaintEvent* /*event*/) {
         const int base = Paint::baseline(FontRole::figureLarge, line.top(), line.height());
         const int unit = Metrics::width(FontRole::unitLarge, m_unit);
         painter.setPen(Theme::colour(Colour::text2));
-        painter.setFont(Metrics::font(FontRole::unitLarge));
-        painter.drawText(QPoint(right - unit, base), m_unit);
+        Paint::word(painter, right - unit, base, FontRole::unitLarge, m_unit);
         painter.setPen(Theme::colour(Colour::text1));
         const int value = Metrics::tabularWidth(FontRole::figureLarge, m_value);
         Metrics::drawTabular(painter, right - unit - unitGap - value, base, FontRole::figureLarge, m_value);

@@ -6,6 +6,8 @@
 #include <QSvgRenderer>
 #include <cmath>
 
+#include "ui/Mirror.h"
+
 namespace kestrune::Icons {
 
 namespace {
@@ -40,6 +42,16 @@ QPixmap rendered(const QString& name, const QColor& colour, int size, double rat
     return result;
 }
 
+// What tells where something lies, or comes from, in the direction of reading.
+bool pointsSideways(const QString& name) {
+    return name == QLatin1String("chevron.left") || name == QLatin1String("chevron.right") ||
+           name == QLatin1String("arrow.up.right") || name == QLatin1String("arrow.uturn.backward");
+}
+
+QPixmap turned(const QPixmap& symbol) {
+    return symbol.transformed(QTransform::fromScale(-1, 1));
+}
+
 }  // namespace
 
 QPixmap pixmap(const QString& name, const QColor& colour, int size, double ratio) {
@@ -56,7 +68,10 @@ QPixmap pixmap(const QString& name, const QColor& colour, int size, double ratio
 void draw(QPainter& painter, QPointF place, const QString& name, const QColor& colour, int size) {
     const double ratio = painter.device()->devicePixelRatioF();
     const QPointF whole(std::round(place.x() * ratio) / ratio, std::round(place.y() * ratio) / ratio);
-    painter.drawPixmap(whole, pixmap(name, colour, size, ratio));
+    const bool isMirrored = Mirror::isOn(painter);
+    const Mirror::Turn upright(painter, QRectF(whole, QSizeF(size, size)), isMirrored);
+    const QPixmap symbol = pixmap(name, colour, size, ratio);
+    painter.drawPixmap(whole, isMirrored && pointsSideways(name) ? turned(symbol) : symbol);
 }
 
 }  // namespace kestrune::Icons

@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "ui/Metrics.h"
+#include "ui/Mirror.h"
 #include "ui/Theme.h"
 
 namespace kestrune {
@@ -19,7 +20,7 @@ IndeterminateBar::IndeterminateBar(QWidget* parent) : Moving(parent) {
 }
 
 void IndeterminateBar::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     paintPassing(painter, rect(), Theme::colour(Colour::track));
 }
 

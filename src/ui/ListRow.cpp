@@ -6,6 +6,7 @@
 #include <QPainterPath>
 #include <QToolTip>
 
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -25,7 +26,7 @@ void ListRow::setPlace(bool first, bool last) {
 bool ListRow::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        const QString text = toolTipAt(help->pos());
+        const QString text = toolTipAt(Mirror::laidOut(*this, help->pos()));
         if (!text.isEmpty()) {
             QToolTip::showText(help->globalPos(), asToolTip(text), this);
             return true;
@@ -42,7 +43,7 @@ std::optional<Colour> ListRow::ground() const {
 }
 
 void ListRow::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (const std::optional<Colour> colour = ground()) {
         // The rounded corners of the card stay free.

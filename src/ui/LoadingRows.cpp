@@ -3,7 +3,9 @@
 #include <QPainter>
 #include <array>
 
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -23,7 +25,7 @@ constexpr double detailOpacity = 0.6;
 
 LoadingRows::LoadingRows(QWidget* parent) : Painted(parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    setAccessibleName(QStringLiteral("Looking for locations"));
+    setAccessibleName(translated("Looking for locations"));
 }
 
 QSize LoadingRows::sizeHint() const {
@@ -31,7 +33,7 @@ QSize LoadingRows::sizeHint() const {
 }
 
 void LoadingRows::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     Paint::card(painter, rect());
     const QColor block = Theme::colour(Colour::control);
     int top = 1;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 
 namespace kestrune {
@@ -64,7 +65,7 @@ void MetricTile::setNarrow(bool narrow) {
 }
 
 void MetricTile::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     Paint::card(painter, rect());
     const int side = m_narrow ? narrowPadding : padding;
     const QRect inner = rect().adjusted(side, padding, -side, -14);
@@ -102,8 +103,7 @@ void MetricTile::paintValue(QPainter& painter, const QRect& line) const {
     if (!m_content.unit.isEmpty()) {
         const int left = line.left() + Metrics::tabularWidth(FontRole::figure, m_content.value) + unitGap;
         painter.setPen(Theme::colour(Colour::text2));
-        painter.setFont(Metrics::font(FontRole::unit));
-        painter.drawText(QPoint(left, base), m_content.unit);
+        Paint::word(painter, left, base, FontRole::unit, m_content.unit);
     }
 }
 

@@ -8,6 +8,8 @@
 #include <array>
 #include <cmath>
 
+#include "ui/Mirror.h"
+
 namespace kestrune::Metrics {
 
 namespace {
@@ -122,8 +124,12 @@ int tabularWidth(FontRole role, const QString& text) {
 
 void drawTabular(QPainter& painter, double x, double y, FontRole role, const QString& text) {
     const Cell& style = cellOf(role);
+    const QRectF box(x, y, tabularWidth(role, text), 0);
+    const Mirror::Turn upright(painter, box, Mirror::isOn(painter));
     painter.setFont(style.font);
-    if (style.equal) {
+    // Letters that join, or run the other way, have to be drawn as a whole.
+    if (style.equal || text.isRightToLeft()) {
+        painter.setLayoutDirection(Qt::LayoutDirectionAuto);
         painter.drawText(QPointF(x, y), text);
         return;
     }

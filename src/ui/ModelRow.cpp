@@ -5,6 +5,7 @@
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -40,8 +41,8 @@ struct ModelRow::Columns {
 };
 
 ModelRow::ModelRow(const CleanTarget& target, QWidget* parent)
-    : ListRow(parent), m_reveal(new Button(Button::Kind::row, QStringLiteral("Show in Finder"), this)) {
-    m_reveal->setAccessibleName(QStringLiteral("Show in Finder: %1").arg(shown(target.title)));
+    : ListRow(parent), m_reveal(new Button(Button::Kind::row, translated("Show in Finder"), this)) {
+    m_reveal->setAccessibleName(translated("Show in Finder: %1", {shown(target.title)}));
     connect(m_reveal, &Button::clicked, this, &ModelRow::revealWanted);
 }
 
@@ -86,7 +87,7 @@ ModelRow::Columns ModelRow::columns() const {
 
 void ModelRow::resizeEvent(QResizeEvent* event) {
     ListRow::resizeEvent(event);
-    m_reveal->setGeometry(columns().button);
+    m_reveal->setGeometry(Mirror::shown(*this, columns().button));
 }
 
 void ModelRow::hoverChanged(bool hovered) {

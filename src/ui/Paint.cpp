@@ -7,12 +7,22 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/Mirror.h"
+
 namespace kestrune::Paint {
 
 namespace {
 
 constexpr double shortestBar = 2;
 constexpr qsizetype charactersPerPixel = 4;  // no text has as many
+
+// line with a mark before it where it would be taken for a text that runs the other way than the whole paragraph.
+QString runningLike(const QString& paragraph, const QString& line) {
+    constexpr char16_t leftToRight = 0x200E;
+    constexpr char16_t rightToLeft = 0x200F;
+    const bool isRightToLeft = paragraph.isRightToLeft();
+    return line.isRightToLeft() == isRightToLeft ? line : QChar(isRightToLeft ? rightToLeft : leftToRight) + line;
+}
 
 }  // namespace
 
@@ -28,15 +38,27 @@ void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colo
     const qsizetype most = charactersPerPixel * (std::max(0, box.width()) + 1);
     const bool endless = elide == Qt::ElideRight && text.size() > most;
     const QString fitting = metrics.elidedText(endless ? text.left(most) : text, elide, box.width() + 1);
+    const bool isMirrored = Mirror::isOn(painter);
+    const Mirror::Turn upright(painter, QRectF(box), isMirrored);
     double x = box.left();
-    if (alignment & Qt::AlignRight) {
+    if (alignment & (isMirrored ? Qt::AlignLeft : Qt::AlignRight)) {
         x = box.right() + 1 - metrics.horizontalAdvance(fitting);
     } else if (alignment & Qt::AlignHCenter) {
         x = box.left() + std::floor((box.width() - metrics.horizontalAdvance(fitting)) / 2.0);
     }
     painter.setFont(Metrics::font(role));
     painter.setPen(colour);
+    // A text runs, and ends in its ellipsis, the way it is written itself; a path always as paths do.
+    painter.setLayoutDirection(elide == Qt::ElideMiddle ? Qt::LeftToRight : Qt::LayoutDirectionAuto);
     painter.drawText(QPointF(x, baseline(role, box.top(), box.height())), fitting);
+}
+
+void word(QPainter& painter, double x, double y, FontRole role, const QString& text) {
+    const QRectF box(x, y, Metrics::width(role, text), 0);
+    const Mirror::Turn upright(painter, box, Mirror::isOn(painter));
+    painter.setFont(Metrics::font(role));
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
+    painter.drawText(box.topLeft(), text);
 }
 
 QStringList wrapped(FontRole role, const QString& text, int width) {
@@ -50,7 +72,7 @@ QStringList wrapped(FontRole role, const QString& text, int width) {
         layout.beginLayout();
         for (QTextLine next = layout.createLine(); next.isValid(); next = layout.createLine()) {
             next.setLineWidth(std::max(1, width));
-            result.append(one.mid(next.textStart(), next.textLength()).trimmed());
+            result.append(runningLike(one, one.mid(next.textStart(), next.textLength()).trimmed()));
         }
         layout.endLayout();
         if (one.isEmpty()) {

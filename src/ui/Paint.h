@@ -14,9 +14,13 @@ namespace kestrune::Paint {
 /// Baseline of one line of text centred in a box.
 [[nodiscard]] int baseline(FontRole role, int top, int height);
 
-/// One line of text, centred vertically in box and elided at its end, or in the middle, when it does not fit.
+/// One line of text, centred vertically in box and elided where it ends, or in the middle when it is a path, when it
+/// does not fit.
 void text(QPainter& painter, const QRect& box, FontRole role, const QColor& colour, const QString& text,
           Qt::Alignment alignment = Qt::AlignLeft, Qt::TextElideMode elide = Qt::ElideRight);
+
+/// text as wide as it is, from x on, its baseline at y; in the painter's pen.
+void word(QPainter& painter, double x, double y, FontRole role, const QString& text);
 
 /// The lines that text takes when it is broken at words to fit width; its own line breaks stay.
 [[nodiscard]] QStringList wrapped(FontRole role, const QString& text, int width);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/Mirror.h"
 #include "ui/UiText.h"
 
 namespace kestrune {
@@ -36,7 +37,7 @@ void Picker::choose(int index) {
 void Picker::open() {
     m_menu.setMinimumWidth(width());
     m_menu.setActiveAction(m_menu.actions().at(m_choice));
-    m_menu.popup(mapToGlobal(QPoint(0, height() + 4)));
+    Mirror::popUpBelow(m_menu, *this);
     update();
 }
 

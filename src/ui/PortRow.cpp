@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/Button.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/PortSearch.h"
 #include "ui/RunningText.h"
@@ -37,7 +38,7 @@ struct PortRow::Columns {
 };
 
 PortRow::PortRow(QWidget* parent)
-    : LiveRow(parent), m_stop(new Button(Button::Kind::small, QStringLiteral("Stop process…"), this)) {
+    : LiveRow(parent), m_stop(new Button(Button::Kind::small, translated("Stop process…"), this)) {
     // A click leaves the keyboard where it is: a list that has the keyboard in it stands still.
     m_stop->setFocusPolicy(Qt::TabFocus);
     connect(m_stop, &Button::clicked, this, [this] {
@@ -82,7 +83,7 @@ QString PortRow::ports() const {
 }
 
 QString PortRow::endedText() const {
-    return QStringLiteral("No longer using a port");
+    return translated("No longer using a port");
 }
 
 QString PortRow::portsWithin(int room, FontRole role) const {
@@ -116,13 +117,13 @@ void PortRow::stateChanged() {
     const bool safe = state().isProtected && !state().ended;
     m_stop->setKind(safe ? Button::Kind::success : Button::Kind::small);
     m_stop->setSymbol(safe ? QStringLiteral("lock.shield") : QString());
-    m_stop->setLabel(safe ? QStringLiteral("Protected") : QStringLiteral("Stop process…"));
-    m_stop->setAccessibleName(safe ? QStringLiteral("Protected: %1").arg(spokenName())
-                                   : QStringLiteral("Stop process: %1, %2").arg(spokenName(), ports()));
+    m_stop->setLabel(safe ? translated("Protected") : translated("Stop process…"));
+    m_stop->setAccessibleName(safe ? translated("Protected: %1", {spokenName()})
+                                   : translated("Stop process: %1, %2", {spokenName(), ports()}));
     setUsable(*m_stop, !state().ended && !state().isProtected);
     QStringList parts{name()};
     if (state().isProtected) {
-        parts.append(QStringLiteral("Protected"));
+        parts.append(translated("Protected"));
     }
     parts.append(detail(ports()));
     setSpoken(parts.join(QStringLiteral(", ")));
@@ -133,7 +134,7 @@ void PortRow::arrangeControls() {
     const Columns place = columns(width());
     const QSize size(Metrics::px(buttonWidth), Metrics::px(buttonHeight));
     const int top = place.buttonBelow ? height() - belowButton - size.height() : (place.mainHeight - size.height()) / 2;
-    m_stop->setGeometry(QRect(QPoint(width() - sidePadding - size.width(), top), size));
+    m_stop->setGeometry(Mirror::shown(*this, QRect(QPoint(width() - sidePadding - size.width(), top), size)));
 }
 
 void PortRow::resizeEvent(QResizeEvent* event) {

@@ -4,8 +4,10 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "ui/Mirror.h"
 #include "ui/Motion.h"
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -43,7 +45,7 @@ void ProgressStrip::setCounted(bool counted) {
 }
 
 QString ProgressStrip::accessibleValue() const {
-    return m_total > 0 ? QStringLiteral("%1 of %2").arg(m_done).arg(m_total) : QString();
+    return m_total > 0 ? translated("%1 of %2", {QString::number(m_done), QString::number(m_total)}) : QString();
 }
 
 QSize ProgressStrip::sizeHint() const {
@@ -62,14 +64,15 @@ QRect ProgressStrip::ringBox() const {
 }
 
 void ProgressStrip::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     Paint::rounded(painter, rect(), 8, Theme::colour(Colour::tint));
     paintRing(painter);
     paintBar(painter);
     int right = barBox().left() - Metrics::px(side);
     if (m_counted && m_total > 0) {
         const QString count = accessibleValue();
-        const int room = Metrics::tabularWidth(FontRole::detail, QStringLiteral("%1 of %1").arg(m_total));
+        const int room = Metrics::tabularWidth(
+            FontRole::detail, translated("%1 of %2", {QString::number(m_total), QString::number(m_total)}));
         painter.setPen(Theme::colour(Colour::text2));
         Metrics::drawTabular(painter, right - Metrics::tabularWidth(FontRole::detail, count),
                              Paint::baseline(FontRole::detail, 0, height()), FontRole::detail, count);

@@ -9,6 +9,7 @@
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/TabOrder.h"
 #include "ui/UiText.h"
@@ -30,7 +31,7 @@ constexpr int buttonHeight = 28;
 constexpr std::size_t mostNames = 200;
 
 QString title() {
-    return QStringLiteral("Protected apps");
+    return translated("Protected apps");
 }
 
 int titleLeft() {
@@ -99,8 +100,8 @@ void ProtectedStrip::setNames(const std::set<std::string>& all) {
 }
 
 Button* ProtectedStrip::makeButton(const std::string& name) {
-    auto* remove = new Button(Button::Kind::row, QStringLiteral("Remove protection"), this);
-    remove->setAccessibleName(QStringLiteral("Remove protection: %1").arg(labelOf(name)));
+    auto* remove = new Button(Button::Kind::row, translated("Remove protection"), this);
+    remove->setAccessibleName(translated("Remove protection: %1", {labelOf(name)}));
     // A click leaves the keyboard where it is: nobody wants to find it elsewhere once the button is gone.
     remove->setFocusPolicy(Qt::TabFocus);
     connect(remove, &Button::clicked, this, [this, name] { Q_EMIT removalWanted(name); });
@@ -156,13 +157,13 @@ int ProtectedStrip::lay(std::vector<Entry>& entries, int width) const {
 }
 
 QString ProtectedStrip::moreText() const {
-    return m_more == 0 ? QString() : QStringLiteral("and %1 more").arg(m_more);
+    return m_more == 0 ? QString() : translatedCount("and %1 more", "and %1 more", static_cast<std::int64_t>(m_more));
 }
 
 void ProtectedStrip::arrange() {
     lay(m_entries, width());
     for (const Entry& entry : m_entries) {
-        entry.remove->setGeometry(entry.button);
+        entry.remove->setGeometry(Mirror::shown(*this, entry.button));
     }
     update();
 }
@@ -190,7 +191,8 @@ bool ProtectedStrip::event(QEvent* event) {
         const auto* help = static_cast<QHelpEvent*>(event);
         for (const Entry& entry : m_entries) {
             const QString name = labelOf(entry.name);
-            if (entry.text.contains(help->pos()) && Metrics::width(FontRole::body, name) > entry.text.width()) {
+            if (entry.text.contains(Mirror::laidOut(*this, help->pos())) &&
+                Metrics::width(FontRole::body, name) > entry.text.width()) {
                 QToolTip::showText(help->globalPos(), asToolTip(name), this);
                 return true;
             }
@@ -202,7 +204,7 @@ bool ProtectedStrip::event(QEvent* event) {
 }
 
 void ProtectedStrip::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     Paint::card(painter, rect());
     const int size = Metrics::px(symbolSize);
     Icons::draw(painter, QPointF(Metrics::px(symbolLeft), (firstLine() - size) / 2.0), QStringLiteral("lock.shield"),

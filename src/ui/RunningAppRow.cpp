@@ -4,8 +4,10 @@
 #include <algorithm>
 
 #include "ui/Button.h"
+#include "ui/Mirror.h"
 #include "ui/ProtectionToggle.h"
 #include "ui/RunningText.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -20,7 +22,7 @@ constexpr int smallestName = 150;  // below it the controls go to a line of thei
 constexpr int belowControls = 8;
 
 int cpuWidth() {
-    return Metrics::tabularWidth(FontRole::body, QStringLiteral("8888.8% CPU"));
+    return Metrics::tabularWidth(FontRole::body, RunningText::cpu("8888.8"));
 }
 
 }  // namespace
@@ -28,7 +30,7 @@ int cpuWidth() {
 RunningAppRow::RunningAppRow(QWidget* parent)
     : ProcessRow(parent),
       m_protection(new ProtectionToggle(this)),
-      m_quit(new Button(Button::Kind::small, QStringLiteral("Quit"), this)),
+      m_quit(new Button(Button::Kind::small, translated("Quit"), this)),
       m_more(new Button(Button::Kind::row, QString(), this)) {
     m_more->setSymbol(QStringLiteral("ellipsis"));
     // A click leaves the keyboard where it is: a list that has the keyboard in it stands still.
@@ -47,7 +49,7 @@ RunningAppRow::RunningAppRow(QWidget* parent)
 }
 
 int RunningAppRow::quitWidth() {
-    return Metrics::width(FontRole::rowTitle, QStringLiteral("Quit")) + 2 * Metrics::px(columnGap);
+    return Metrics::width(FontRole::rowTitle, translated("Quit")) + 2 * Metrics::px(columnGap);
 }
 
 int RunningAppRow::controlsWidth() {
@@ -99,7 +101,7 @@ QString RunningAppRow::detail() const {
     const QString start = ProcessRow::detail();
     return state().ended || state().item.listeners.empty()
                ? start
-               : QStringLiteral("%1 · Open ports: %2").arg(start, RunningText::ports(state().item.listeners));
+               : translated("%1 · Open ports: %2", {start, RunningText::ports(state().item.listeners)});
 }
 
 void RunningAppRow::stateChanged() {
@@ -108,9 +110,9 @@ void RunningAppRow::stateChanged() {
         const QSignalBlocker blocker(m_protection);
         m_protection->setChecked(state().isProtected);
     }
-    m_protection->setAccessibleName(QStringLiteral("Toggle protection for %1").arg(spokenName()));
-    m_quit->setAccessibleName(QStringLiteral("Quit: %1").arg(spokenName()));
-    m_more->setAccessibleName(QStringLiteral("More actions for %1").arg(spokenName()));
+    m_protection->setAccessibleName(translated("Toggle protection for %1", {spokenName()}));
+    m_quit->setAccessibleName(translated("Quit: %1", {spokenName()}));
+    m_more->setAccessibleName(translated("More actions for %1", {spokenName()}));
     setUsable(*m_protection, !state().ended);
     setUsable(*m_quit, !state().ended && !state().isProtected);
     setUsable(*m_more, !state().ended && !state().isProtected);
@@ -120,11 +122,11 @@ void RunningAppRow::arrangeControls() {
     const int size = Metrics::px(controlSize);
     const int top = controlsBelow(width()) ? height() - belowControls - size : (mainHeight() - size) / 2;
     int left = width() - sidePadding - controlsWidth();
-    m_protection->setGeometry(left, top, size, size);
+    m_protection->setGeometry(Mirror::shown(*this, QRect(left, top, size, size)));
     left += size + Metrics::px(beforeQuit);
-    m_quit->setGeometry(left, top, quitWidth(), size);
+    m_quit->setGeometry(Mirror::shown(*this, QRect(left, top, quitWidth(), size)));
     left += quitWidth() + Metrics::px(beforeMore);
-    m_more->setGeometry(left, top, size, size);
+    m_more->setGeometry(Mirror::shown(*this, QRect(left, top, size, size)));
 }
 
 void RunningAppRow::resizeEvent(QResizeEvent* event) {
@@ -144,11 +146,10 @@ void RunningAppRow::paintContent(QPainter& painter) {
 void RunningAppRow::openMenu() {
     m_menu = new QMenu(this);
     m_menu->setAttribute(Qt::WA_DeleteOnClose);
-    const QAction* force = m_menu->addAction(QStringLiteral("Force Quit…"));
+    const QAction* force = m_menu->addAction(translated("Force Quit…"));
     connect(force, &QAction::triggered, this, [this, item = state().item] { Q_EMIT quitWanted(item, true); });
     connect(m_menu, &QMenu::aboutToHide, this, &LiveRow::menuClosed);
-    const QPoint corner = m_more->mapToGlobal(QPoint(m_more->width(), m_more->height() + 4));
-    m_menu->popup(corner - QPoint(m_menu->sizeHint().width(), 0));
+    Mirror::popUpBelow(*m_menu, *m_more, Mirror::Edge::end);
     m_menu->setActiveAction(m_menu->actions().constFirst());
 }
 

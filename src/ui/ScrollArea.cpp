@@ -2,6 +2,7 @@
 
 #include <QScrollBar>
 
+#include "ui/Mirror.h"
 #include "ui/ScrollThumb.h"
 
 namespace kestrune {
@@ -34,7 +35,8 @@ ScrollArea::ScrollArea(QWidget* parent) : QScrollArea(parent), m_thumb(new Scrol
 
 void ScrollArea::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
-    m_thumb->setGeometry(width() - ScrollThumb::breadth(), 0, ScrollThumb::breadth(), height());
+    const QRect atEnd(width() - ScrollThumb::breadth(), 0, ScrollThumb::breadth(), height());
+    m_thumb->setGeometry(Mirror::shown(*this, atEnd));
 }
 
 void ScrollArea::enterEvent(QEnterEvent* event) {

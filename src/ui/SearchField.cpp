@@ -7,6 +7,7 @@
 
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 
 namespace kestrune {
@@ -31,7 +32,7 @@ SearchField::SearchField(const QString& prompt, QWidget* parent) : QLineEdit(par
     setFrame(false);
     setFont(Metrics::font(FontRole::body));
     // QLineEdit itself keeps 2 pixels beside the text.
-    setTextMargins(textLeft() - 2, 0, Metrics::px(28), 0);
+    setTextMargins(Mirror::margins(*this, textLeft() - 2, 0, Metrics::px(28), 0));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setMaximumWidth(Metrics::px(fieldWidth));
     setMouseTracking(true);
@@ -57,7 +58,7 @@ QRect SearchField::clearMark() const {
 
 void SearchField::paintEvent(QPaintEvent* event) {
     {
-        QPainter painter(this);
+        MirrorPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         if (!isEnabled()) {
             painter.setOpacity(disabledOpacity);
@@ -90,7 +91,7 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
 }
 
 void SearchField::mousePressEvent(QMouseEvent* event) {
-    if (!text().isEmpty() && clearMark().contains(event->position().toPoint())) {
+    if (!text().isEmpty() && clearMark().contains(Mirror::laidOut(*this, event->position().toPoint()))) {
         clear();
         return;
     }
@@ -98,7 +99,8 @@ void SearchField::mousePressEvent(QMouseEvent* event) {
 }
 
 void SearchField::mouseMoveEvent(QMouseEvent* event) {
-    const bool overMark = !text().isEmpty() && clearMark().contains(event->position().toPoint());
+    const bool overMark =
+        !text().isEmpty() && clearMark().contains(Mirror::laidOut(*this, event->position().toPoint()));
     setCursor(overMark ? Qt::ArrowCursor : Qt::IBeamCursor);
     QLineEdit::mouseMoveEvent(event);
 }

@@ -7,6 +7,7 @@
 
 #include "ui/FocusRing.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -37,6 +38,7 @@ public:
         if (selected || hovered) {
             Paint::rounded(*painter, box, 8, Theme::colour(selected ? Colour::sideSelected : Colour::sideHover));
         }
+        const Mirror::Turn turned(*painter, QRectF(box), option.direction == Qt::RightToLeft);
         const int size = Metrics::px(18);
         const int inset = Metrics::px(10);
         Icons::draw(*painter, QPointF(box.left() + inset, box.top() + (box.height() - size) / 2.0),
@@ -58,7 +60,7 @@ private:
 }  // namespace
 
 Sidebar::Sidebar(QWidget* parent) : QListWidget(parent) {
-    setAccessibleName(QStringLiteral("Pages"));
+    setAccessibleName(translated("Pages"));
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -70,7 +72,7 @@ Sidebar::Sidebar(QWidget* parent) : QListWidget(parent) {
     setItemDelegate(new PageDelegate(this));
     setFixedWidth(breadth() - 1);
     for (const WorkspacePage page : allWorkspacePages) {
-        auto* item = new QListWidgetItem(shown(rawValue(page)), this);
+        auto* item = new QListWidgetItem(translated(rawValue(page)), this);
         item->setData(symbolRole, shown(symbol(page)));
         item->setData(spaceAboveRole, startsGroup(page) ? 14 : 0);
     }

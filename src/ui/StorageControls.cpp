@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/Button.h"
+#include "ui/Mirror.h"
 #include "ui/Picker.h"
 #include "ui/SearchField.h"
 #include "ui/TextLabel.h"
@@ -16,9 +17,9 @@ namespace {
 constexpr int gap = 8;
 
 QStringList categories() {
-    QStringList result{QStringLiteral("All categories")};
+    QStringList result{translated("All categories")};
     for (const CleanCategory category : allCleanCategories) {
-        result.append(shown(rawValue(category)));
+        result.append(translated(rawValue(category)));
     }
     return result;
 }
@@ -41,7 +42,8 @@ void place(const QList<Piece>& pieces, int left, int top, int height) {
     for (const Piece& piece : pieces) {
         const int own = piece.widget->sizeHint().height();
         left += piece.spaceBefore;
-        piece.widget->setGeometry(left, top + (height - own) / 2, piece.width, own);
+        const QRect box(left, top + (height - own) / 2, piece.width, own);
+        piece.widget->setGeometry(Mirror::shown(*piece.widget->parentWidget(), box));
         left += piece.width;
     }
 }
@@ -62,14 +64,14 @@ int placeLine(const QList<Piece>& leading, const QList<Piece>& trailing, int wid
 StorageControls::StorageControls(QWidget* parent)
     : QWidget(parent),
       m_label(new TextLabel(FontRole::body, Colour::text2, this)),
-      m_category(new Picker(QStringLiteral("Category"), categories(), this)),
-      m_search(new SearchField(QStringLiteral("Find a cache or model folder"), this)),
-      m_excluded(new Toggle(QStringLiteral("Show excluded locations"), this)),
-      m_select(new Button(Button::Kind::secondary, QStringLiteral("Select build caches"), this)),
-      m_clear(new Button(Button::Kind::quiet, QStringLiteral("Clear selection"), this)),
-      m_save(new Button(Button::Kind::quiet, QStringLiteral("Save for Next Time"), this)),
-      m_restore(new Button(Button::Kind::quiet, QStringLiteral("Use Saved Folders"), this)) {
-    m_label->setText(QStringLiteral("Category"));
+      m_category(new Picker(translated("Category"), categories(), this)),
+      m_search(new SearchField(translated("Find a cache or model folder"), this)),
+      m_excluded(new Toggle(translated("Show excluded locations"), this)),
+      m_select(new Button(Button::Kind::secondary, translated("Select build caches"), this)),
+      m_clear(new Button(Button::Kind::quiet, translated("Clear selection"), this)),
+      m_save(new Button(Button::Kind::quiet, translated("Save for Next Time"), this)),
+      m_restore(new Button(Button::Kind::quiet, translated("Use Saved Folders"), this)) {
+    m_label->setText(translated("Category"));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(m_category, &Picker::chosen, this, [this] {
         arrange();

@@ -6,7 +6,9 @@
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -18,15 +20,15 @@ constexpr int symbolGap = 5;
 constexpr int smallestRoom = 160;
 
 QString safetyLine() {
-    return QStringLiteral("Moves to Trash. No permanent deletion.");
+    return translated("Moves to Trash. No permanent deletion.");
 }
 
 }  // namespace
 
 StorageFooter::StorageFooter(QWidget* parent)
     : Painted(parent),
-      m_clean(new Button(Button::Kind::primary, QStringLiteral("Review & move to Trash"), this)),
-      m_stop(new Button(Button::Kind::secondary, QStringLiteral("Stop after current item"), this)) {
+      m_clean(new Button(Button::Kind::primary, translated("Review & move to Trash"), this)),
+      m_stop(new Button(Button::Kind::secondary, translated("Stop after current item"), this)) {
     m_stop->hide();
     auto* layout = new QHBoxLayout(this);
     layout->setSpacing(0);
@@ -75,7 +77,7 @@ QList<QWidget*> StorageFooter::focusStops() const {
 }
 
 void StorageFooter::setSelection(std::size_t count, const QString& size) {
-    const QString text = QStringLiteral("%1 selected · %2").arg(count).arg(size);
+    const QString text = translated("%1 selected · %2", {QString::number(count), size});
     if (text != m_count) {
         m_count = text;
         setSpoken(QStringLiteral("%1, %2").arg(m_count, safetyLine()));
@@ -94,7 +96,7 @@ void StorageFooter::setAction(bool cleaning, bool enabled) {
 }
 
 void StorageFooter::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     painter.fillRect(rect(), Theme::colour(Colour::card));
     Paint::hairline(painter, 0, 0, width());
     const int left = layout()->contentsMargins().left();

@@ -7,6 +7,7 @@
 #include "ui/Button.h"
 #include "ui/CheckBox.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -54,11 +55,11 @@ struct StorageRow::Columns {
 
 StorageRow::StorageRow(const CleanTarget& target, QWidget* parent)
     : ListRow(parent),
-      m_check(new CheckBox(QStringLiteral("Select %1").arg(shown(target.title)), this)),
-      m_reveal(new Button(Button::Kind::row, QStringLiteral("Show in Finder"), this)),
-      m_exclude(new Button(Button::Kind::row, QStringLiteral("Exclude"), this)) {
+      m_check(new CheckBox(translated("Select %1", {shown(target.title)}), this)),
+      m_reveal(new Button(Button::Kind::row, translated("Show in Finder"), this)),
+      m_exclude(new Button(Button::Kind::row, translated("Exclude"), this)) {
     m_state.target = target;
-    m_reveal->setAccessibleName(QStringLiteral("Show in Finder: %1").arg(shown(target.title)));
+    m_reveal->setAccessibleName(translated("Show in Finder: %1", {shown(target.title)}));
     connect(m_check, &CheckBox::toggled, this, &StorageRow::selectionWanted);
     connect(m_reveal, &Button::clicked, this, &StorageRow::revealWanted);
     connect(m_exclude, &Button::clicked, this, &StorageRow::exclusionWanted);
@@ -66,7 +67,7 @@ StorageRow::StorageRow(const CleanTarget& target, QWidget* parent)
 }
 
 int StorageRow::lastButtonWidth(bool anyExcluded) {
-    const QString widest = anyExcluded ? QStringLiteral("Include again") : QStringLiteral("Exclude");
+    const QString widest = anyExcluded ? translated("Include again") : translated("Exclude");
     return std::max(Metrics::px(lastButtonSmallest), Metrics::width(FontRole::detail, widest) + 2 * Metrics::px(8));
 }
 
@@ -77,10 +78,10 @@ QList<QWidget*> StorageRow::focusStops() const {
 QList<Chip> StorageRow::chips() const {
     QList<Chip> chips;
     if (m_state.target.requiresReview()) {
-        chips.append({Chip::Kind::warning, QStringLiteral("Review carefully")});
+        chips.append({Chip::Kind::warning, translated("Review carefully")});
     }
     if (m_state.excluded) {
-        chips.append({Chip::Kind::muted, QStringLiteral("Excluded")});
+        chips.append({Chip::Kind::muted, translated("Excluded")});
     }
     return chips;
 }
@@ -96,7 +97,7 @@ void StorageRow::setState(const StorageRowState& state) {
     }
     m_check->setEnabled(!state.excluded && !state.locked);
     m_exclude->setEnabled(!state.locked);
-    m_exclude->setLabel(state.excluded ? QStringLiteral("Include again") : QStringLiteral("Exclude"));
+    m_exclude->setLabel(state.excluded ? translated("Include again") : translated("Exclude"));
     m_exclude->setAccessibleName(QStringLiteral("%1: %2").arg(m_exclude->label(), shown(state.target.title)));
     m_exclude->setSmallestWidth(state.lastButtonWidth);
     speak();
@@ -107,13 +108,13 @@ void StorageRow::setState(const StorageRowState& state) {
 void StorageRow::speak() {
     QStringList parts{shown(m_state.target.title)};
     if (m_state.target.requiresReview()) {
-        parts.append(QStringLiteral("Review carefully"));
+        parts.append(translated("Review carefully"));
     }
     parts.append(shown(m_state.target.sizeFormatted()));
     if (m_state.excluded) {
-        parts.append(QStringLiteral("Excluded"));
+        parts.append(translated("Excluded"));
     } else {
-        parts.append(m_state.selected ? QStringLiteral("selected") : QStringLiteral("not selected"));
+        parts.append(m_state.selected ? translated("selected") : translated("not selected"));
     }
     if (!m_state.failure.isEmpty()) {
         parts.append(m_state.failure);
@@ -163,13 +164,15 @@ int StorageRow::heightFor(int width) const {
 
 void StorageRow::arrangeControls() {
     const Columns place = columns(width());
-    m_check->move(sidePadding - (m_check->width() - Metrics::px(boxSize)) / 2,
-                  (place.firstHeight - m_check->height()) / 2);
+    const QPoint check(sidePadding - (m_check->width() - Metrics::px(boxSize)) / 2,
+                       (place.firstHeight - m_check->height()) / 2);
+    m_check->setGeometry(Mirror::shown(*this, QRect(check, m_check->size())));
     const QSize reveal = m_reveal->sizeHint();
     const QSize exclude = m_exclude->sizeHint();
     const int top = place.buttonsBelow ? place.firstHeight - 4 : (place.firstHeight - reveal.height()) / 2;
-    m_reveal->setGeometry(QRect(QPoint(place.buttonsLeft, top), reveal));
-    m_exclude->setGeometry(QRect(QPoint(place.buttonsLeft + reveal.width(), top), exclude));
+    m_reveal->setGeometry(Mirror::shown(*this, QRect(QPoint(place.buttonsLeft, top), reveal)));
+    const QPoint beside(place.buttonsLeft + reveal.width(), top);
+    m_exclude->setGeometry(Mirror::shown(*this, QRect(beside, exclude)));
 }
 
 void StorageRow::resizeEvent(QResizeEvent* event) {

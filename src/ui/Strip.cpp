@@ -5,8 +5,10 @@
 
 #include "ui/Button.h"
 #include "ui/Icons.h"
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/TextLabel.h"
+#include "ui/UiText.h"
 
 namespace kestrune {
 
@@ -32,6 +34,10 @@ Look lookOf(Tone tone) {
     return {"info.circle", Colour::accentText, Colour::tint};
 }
 
+int textLeft() {
+    return Metrics::px(12) + Metrics::px(16) + Metrics::px(10);
+}
+
 }  // namespace
 
 Strip::Strip(QWidget* parent)
@@ -40,11 +46,11 @@ Strip::Strip(QWidget* parent)
       m_close(new Button(Button::Kind::quiet, QString(), this)) {
     m_label->setFit(TextLabel::Fit::wrap);
     m_close->setSymbol(QStringLiteral("xmark"));
-    m_close->setAccessibleName(QStringLiteral("Close message"));
-    m_close->setToolTip(QStringLiteral("Close message"));
+    m_close->setAccessibleName(translated("Close message"));
+    m_close->setToolTip(translated("Close message"));
     m_close->hide();
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(Metrics::px(12) + Metrics::px(16) + Metrics::px(10), 4, 4, 4);
+    layout->setContentsMargins(Mirror::margins(*this, textLeft(), 4, 4, 4));
     layout->setSpacing(8);
     layout->addWidget(m_label, 1, Qt::AlignVCenter);
     layout->addWidget(m_close, 0, Qt::AlignTop);
@@ -71,8 +77,8 @@ void Strip::setSentence(Tone tone, const QString& sentence) {
 
 void Strip::setClosable(bool closable) {
     m_close->setVisible(closable);
-    layout()->setContentsMargins(layout()->contentsMargins().left(), closable ? 4 : 9, closable ? 4 : 12,
-                                 closable ? 4 : 9);
+    const int around = closable ? 4 : 9;
+    layout()->setContentsMargins(Mirror::margins(*this, textLeft(), around, closable ? 4 : 12, around));
 }
 
 void Strip::announce() {
@@ -81,7 +87,7 @@ void Strip::announce() {
 }
 
 void Strip::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     const Look look = lookOf(m_tone);
     Paint::rounded(painter, rect(), 8, Theme::colour(look.ground));
     const int size = Metrics::px(16);

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "ui/Mirror.h"
 #include "ui/Paint.h"
 #include "ui/UiText.h"
 
@@ -92,7 +93,7 @@ int TextLabel::heightForWidth(int width) const {
 }
 
 void TextLabel::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
+    MirrorPainter painter(this);
     const QColor colour = Theme::colour(m_colour);
     const auto elide = m_fit == Fit::elideMiddle ? Qt::ElideMiddle : Qt::ElideRight;
     int top = m_fit == Fit::wrap ? 0 : (height() - line()) / 2;

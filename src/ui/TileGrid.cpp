@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ui/Metrics.h"
+#include "ui/Mirror.h"
 
 namespace kestrune {
 
@@ -51,7 +52,8 @@ void TileGrid::arrange() {
         // Every edge on a whole pixel, what is left over shared out.
         const int left = (width() + gap) * column / columns;
         const int right = (width() + gap) * (column + 1) / columns - gap;
-        m_tiles.at(index)->setGeometry(left, row * (height + gap), right - left, height);
+        const QRect box(left, row * (height + gap), right - left, height);
+        m_tiles.at(index)->setGeometry(Mirror::shown(*this, box));
         m_tiles.at(index)->setNarrow(m_narrow);
     }
     const int rows = (static_cast<int>(m_tiles.size()) + columns - 1) / columns;
