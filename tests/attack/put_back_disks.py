@@ -12,6 +12,11 @@ from trash_arena import (expect, in_namespace_of_its_own, listed, mount_memory, 
                          unmount_all)
 
 
+def exchange_for_folder(path, away):
+    os.rename(path, away)
+    os.mkdir(path)
+
+
 class Disks:
     """Every method is one case, on a home folder that is a disk of its own."""
 
@@ -43,6 +48,11 @@ class Disks:
     def paused(self, arena, *meanwhile):
         """What a move reported that stopped before each of its renames."""
         return paused(arena.command, os.path.join(self.work, "trace"), *meanwhile)
+
+    def exchange_record(self, arena):
+        os.rename(arena.record, self.away)
+        with open(arena.record, "w", encoding="ascii") as record:
+            record.write("another")
 
     def expect_failed(self, report, failure):
         expect(report.startswith("failed ") and FAILURES[int(report.split()[1])] == failure, f"reported {report}")
@@ -194,11 +204,7 @@ class Disks:
         arena = self.fresh()
         beside = os.path.join(arena.trash, "files/beside")
 
-        def exchange():
-            os.rename(arena.location, beside)
-            os.mkdir(arena.location)
-
-        report = self.paused(arena, exchange)
+        report = self.paused(arena, lambda: exchange_for_folder(arena.location, beside))
         self.expect_failed(report, "changed")
         expect(arena.is_at(beside) and not os.listdir(arena.location), "another item left the Trash")
         expect(not os.path.lexists(arena.item) and os.path.exists(arena.record), "another item moved")
@@ -206,11 +212,7 @@ class Disks:
     def an_item_that_is_exchanged_for_something_elsewhere_during_the_move(self):
         arena = self.fresh()
 
-        def exchange():
-            os.rename(arena.location, self.away)
-            os.mkdir(arena.location)
-
-        report = self.paused(arena, exchange)
+        report = self.paused(arena, lambda: exchange_for_folder(arena.location, self.away))
         self.expect_failed(report, "changed")
         expect(arena.is_at(self.away) and not os.listdir(arena.location), "another item left the Trash")
         expect(not os.path.lexists(arena.item) and os.path.exists(arena.record), "another item moved")
@@ -220,12 +222,8 @@ class Disks:
         mount = os.path.join(arena.location, "deep")
         os.mkdir(mount)
 
-        def exchange():
-            os.rename(arena.item, self.away)
-            os.mkdir(arena.item)
-
         # The mount makes the move be undone; the second pause is before that.
-        report = self.paused(arena, lambda: mount_memory(mount), exchange)
+        report = self.paused(arena, lambda: mount_memory(mount), lambda: exchange_for_folder(arena.item, self.away))
         expect(HALF_WAY in report, f"reported {report}")
         expect(arena.is_at(self.away), "the item moved once more")
         expect(os.path.isdir(arena.item) and not os.listdir(arena.item), "something that never was there is in the Trash")
@@ -234,12 +232,7 @@ class Disks:
     def a_record_that_is_exchanged_during_the_move(self):
         arena = self.fresh()
 
-        def exchange():
-            os.rename(arena.record, self.away)
-            with open(arena.record, "w", encoding="ascii") as record:
-                record.write("another")
-
-        report = self.paused(arena, exchange)
+        report = self.paused(arena, lambda: self.exchange_record(arena))
         expect(report == "ok " + arena.item, f"reported {report}")
         with open(arena.record, encoding="ascii") as record:
             expect(record.read() == "another", "another record was taken away")
@@ -247,12 +240,7 @@ class Disks:
     def a_record_that_is_exchanged_while_it_is_taken_away(self):
         arena = self.fresh()
 
-        def exchange():
-            os.rename(arena.record, self.away)
-            with open(arena.record, "w", encoding="ascii") as record:
-                record.write("another")
-
-        report = self.paused(arena, lambda: None, exchange)
+        report = self.paused(arena, lambda: None, lambda: self.exchange_record(arena))
         expect(report == "ok " + arena.item, f"reported {report}")
         expect(listed(os.path.dirname(arena.record)) == ["npm.trashinfo"], "another record lost its name")
         with open(arena.record, encoding="ascii") as record:
@@ -261,4 +249,5 @@ class Disks:
 
 in_namespace_of_its_own(__file__, lambda driver, work: run_cases(
     Disks(driver, work),
-    ("clear", "fresh", "refused", "paused", "expect_failed", "top_trash", "record_in_top_trash", "moved_trash")))
+    ("clear", "fresh", "refused", "paused", "exchange_record", "expect_failed", "top_trash", "record_in_top_trash",
+     "moved_trash")))

@@ -1,17 +1,14 @@
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
-#include <vector>
 
-#include "platform/linux/LinuxFileDescriptor.h"
 #include "platform/linux/LinuxTrash.h"
 #include "platform/linux/TrashInfo.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/TakenDescriptors.h"
 #include "tests/platform/TrashHome.h"
 
 namespace kestrune {
@@ -445,27 +442,15 @@ TEST_F(LinuxTrashPutBack, theNextMoveReplacesTheRecordThatAKilledPutBackLeft) {
 TEST_F(LinuxTrashPutBack, aRunWithoutFreeDescriptorsLeavesTheItemInTheTrash) {
     const std::string location = trash("a");
     const PutBackPlan confirmed = goodPlan(location);
-    std::vector<LinuxFileDescriptor> taken;
-    rlimit before = {};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit few = {64, before.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
-    for (;;) {
-        LinuxFileDescriptor next(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-        if (!next) {
-            break;
-        }
-        taken.push_back(std::move(next));
-    }
     int failures = 0;
-    while (!taken.empty() && !putBack(confirmed).ok()) {
-        ++failures;
-        EXPECT_TRUE(fs::exists(location));
-        EXPECT_TRUE(fs::exists(trashFolder + "/info/a.trashinfo"));
-        taken.pop_back();
+    {
+        TakenDescriptors taken;
+        while (!putBack(confirmed).ok() && taken.release()) {
+            ++failures;
+            EXPECT_TRUE(fs::exists(location));
+            EXPECT_TRUE(fs::exists(trashFolder + "/info/a.trashinfo"));
+        }
     }
-    taken.clear();
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_GT(failures, 5);
     EXPECT_EQ(contentOf(home + "/a/content"), "mine");
     EXPECT_EQ(recordCount(), 0U);

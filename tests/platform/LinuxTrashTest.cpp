@@ -1,8 +1,6 @@
 #include "platform/linux/LinuxTrash.h"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,8 +10,8 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/LinuxFileDescriptor.h"
 #include "platform/linux/TrashInfo.h"
+#include "tests/platform/TakenDescriptors.h"
 #include "tests/platform/TrashHome.h"
 
 namespace kestrune {
@@ -303,26 +301,14 @@ TEST_F(LinuxTrashTest, whatAnotherUserOwnsIsRefused) {
 
 TEST_F(LinuxTrashTest, aRunWithoutFreeDescriptorsLeavesTheItemInPlace) {
     makeFolder("a");
-    std::vector<LinuxFileDescriptor> taken;
-    rlimit before = {};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit few = {64, before.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
-    for (;;) {
-        LinuxFileDescriptor next(::open("/dev/null", O_RDONLY | O_CLOEXEC));
-        if (!next) {
-            break;
-        }
-        taken.push_back(std::move(next));
-    }
     int failures = 0;
-    while (!taken.empty() && !move("a").ok()) {
-        ++failures;
-        EXPECT_TRUE(fs::exists(home + "/a"));
-        taken.pop_back();
+    {
+        TakenDescriptors taken;
+        while (!move("a").ok() && taken.release()) {
+            ++failures;
+            EXPECT_TRUE(fs::exists(home + "/a"));
+        }
     }
-    taken.clear();
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_GT(failures, 5);
     EXPECT_FALSE(fs::exists(home + "/a"));
     EXPECT_EQ(recordCount(), 1U);
