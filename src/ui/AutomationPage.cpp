@@ -55,7 +55,6 @@ AutomationPage::AutomationPage(WorkspaceStore& store, QWidget* parent)
       m_open(new Button(Button::Kind::secondary, translated("Open Storage"), body())) {
     m_progress->setCounted(true);
     m_progress->hide();
-    m_outcome->setClosable(true);
     m_outcome->hide();
     strips().addWidget(m_progress);
     strips().addWidget(m_outcome);
@@ -93,10 +92,9 @@ void AutomationPage::addButtons() {
     content().addLayout(row);
     connect(m_review, &Button::clicked, this, &AutomationPage::startReview);
     connect(m_stop, &Button::clicked, this, [this] { store().cancelCleanup(); });
-    connect(m_open, &Button::clicked, this, [this] { store().page.set(WorkspacePage::storage); });
-    connect(m_outcome, &Strip::closed, this, [this] {
+    connect(m_open, &Button::clicked, this, [this] {
         m_state = Review::none;
-        refreshReview();
+        store().page.set(WorkspacePage::storage);
     });
 }
 
@@ -160,7 +158,7 @@ void AutomationPage::refreshButtons() {
     const bool hadFocus = m_review->hasFocus() || m_stop->hasFocus();
     m_review->setEnabled(!scanning && !store().isCleaning.get());
     m_stop->setVisible(scanning);
-    m_open->setVisible(!scanning && store().lastScan.get().has_value());
+    m_open->setVisible(!scanning && (m_state == Review::finished || store().lastScan.get().has_value()));
     // Whoever started a scan by keyboard finds the way to stop it under the same key, and then the way to its results.
     if (hadFocus && scanning) {
         m_stop->setFocus(Qt::TabFocusReason);

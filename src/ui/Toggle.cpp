@@ -80,8 +80,9 @@ int Toggle::labelHeight(int width) const {
 }
 
 QSize Toggle::sizeHint() const {
-    return {Metrics::width(FontRole::body, m_label) + Metrics::px(gap) + Metrics::px(trackWidth),
-            std::max(Metrics::px(28), Metrics::lineHeight(FontRole::body))};
+    return {
+        Metrics::width(FontRole::body, m_label) + Metrics::px(m_stretched ? wideGap : gap) + Metrics::px(trackWidth),
+        std::max(Metrics::px(28), Metrics::lineHeight(FontRole::body))};
 }
 
 QSize Toggle::minimumSizeHint() const {

@@ -121,7 +121,8 @@ TEST_F(AutomationPageTest, reviewThatFindsNothingSaysSo) {
     click(review);
     fixture.settle();
     EXPECT_TRUE(shows(QStringLiteral("Scan finished. Nothing to review in the supported locations.")));
-    click(QStringLiteral("Close message"));
+    click(openStorage);
+    open(WorkspacePage::automation);
     EXPECT_FALSE(shows(QStringLiteral("Scan finished. Nothing to review in the supported locations.")));
 }
 
