@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "update/StandardUpdater.h"
 #include "update/UpdateTexts.h"
 

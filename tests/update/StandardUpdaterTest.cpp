@@ -46,15 +46,7 @@ TEST_F(StandardUpdaterTest, withoutAFeedNothingEverHappens) {
 }
 
 TEST_F(StandardUpdaterTest, beforeTheStartNothingHappens) {
-    StandardUpdater unstarted({.source = source,
-                               .runningVersion = "2.1.0",
-                               .fetcher = fetcher,
-                               .installer = installer,
-                               .presenter = presenter,
-                               .preferences = preferences,
-                               .mainQueue = queue,
-                               .clock = clock,
-                               .random = [] { return 0U; }});
+    StandardUpdater unstarted(parts());
     EXPECT_TRUE(unstarted.isConfigured());
     unstarted.checkForUpdates();
     EXPECT_EQ(fetcher.feedsAsked, 0);

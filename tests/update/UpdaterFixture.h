@@ -66,17 +66,21 @@ struct UpdaterFixture {
 
     UpdaterFixture() { source.feedUrl = "https://example.com/feed.xml"; }
 
+    [[nodiscard]] StandardUpdaterParts parts() {
+        return {.source = source,
+                .runningVersion = "2.1.0",
+                .fetcher = fetcher,
+                .installer = installer,
+                .presenter = presenter,
+                .preferences = preferences,
+                .mainQueue = queue,
+                .clock = clock,
+                .random = [] { return 0U; }};
+    }
+
     /// Makes the updater and starts it.
     void start() {
-        updater = std::make_unique<StandardUpdater>(StandardUpdaterParts{.source = source,
-                                                                         .runningVersion = "2.1.0",
-                                                                         .fetcher = fetcher,
-                                                                         .installer = installer,
-                                                                         .presenter = presenter,
-                                                                         .preferences = preferences,
-                                                                         .mainQueue = queue,
-                                                                         .clock = clock,
-                                                                         .random = [] { return 0U; }});
+        updater = std::make_unique<StandardUpdater>(parts());
         updater->start(delegate);
     }
 
