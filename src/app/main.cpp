@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
     // A mask that takes the owner's own rights would leave a Trash and settings behind that nobody can open.
     // What it takes from others stays: a file manager started from here inherits it.
     umask(umask(0) & ~static_cast<mode_t>(S_IRWXU));
-    const std::string language = kestrune::LinuxTranslation::install(kestrune::LinuxTranslation::installedFolder());
+    const std::string language = kestrune::LinuxTranslation::install();
     if (hasArgument(argc, argv, "--dump-menu")) {
         printMenu();
         return 0;

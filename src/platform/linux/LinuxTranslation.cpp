@@ -112,10 +112,17 @@ std::string catalogue(const Environment& environment, const std::function<bool(c
     return "";
 }
 
-std::string install(const std::string& folder) {
+std::string installedFolder() {
+    const std::filesystem::path folder = std::filesystem::path(LinuxAccount::executablePath()).parent_path();
+    return (folder.parent_path() / "share" / "locale").string();
+}
+
+std::string install(std::string folder) {
     const Environment environment = environmentOfProcess();
-    const std::string name =
-        catalogue(environment, [&folder](const std::string& candidate) { return isInPlace(folder, candidate); });
+    const std::string name = catalogue(environment, [&folder](const std::string& candidate) {
+        folder = folder.empty() ? installedFolder() : folder;
+        return isInPlace(folder, candidate);
+    });
     if (name.empty()) {
         return "";
     }
@@ -126,11 +133,6 @@ std::string install(const std::string& folder) {
     }
     setTranslation({translation, countForm});
     return name;
-}
-
-std::string installedFolder() {
-    const std::filesystem::path folder = std::filesystem::path(LinuxAccount::executablePath()).parent_path();
-    return (folder.parent_path() / "share" / "locale").string();
 }
 
 }  // namespace kestrune::LinuxTranslation

@@ -24,12 +24,13 @@ struct Environment {
 [[nodiscard]] std::string catalogue(const Environment& environment,
                                     const std::function<bool(const std::string& name)>& exists);
 
-/// Has every later text of the program in the user's language where folder (".../share/locale") holds a catalogue for
-/// it. Answers the catalogue in use; empty for English. Once, before other threads start: it may set LANGUAGE.
-std::string install(const std::string& folder);
-
 /// The catalogues that belong to the program that runs: "../share/locale" from its own folder.
 [[nodiscard]] std::string installedFolder();
+
+/// Has every later text of the program in the user's language where folder (".../share/locale"; when empty,
+/// installedFolder()) holds a catalogue for it. Answers the catalogue in use; empty for English, which costs no look at
+/// the disk. Once, before other threads start: it may set LANGUAGE.
+std::string install(std::string folder = {});
 
 }  // namespace LinuxTranslation
 

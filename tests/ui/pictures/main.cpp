@@ -304,7 +304,7 @@ void takePorts(const QDir& folder, const Look& look, const QString& start) {
 // kestrune-pictures <folder> [body pixels] [font family] [start of the names wanted]; QT_SCALE_FACTOR=2 makes them
 // twice as fine, LANGUAGE=de gives them in that language, -reverse as people see them who read from right to left.
 int main(int argc, char** argv) {
-    LinuxTranslation::install(LinuxTranslation::installedFolder());
+    LinuxTranslation::install();
     QApplication app(argc, argv);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
