@@ -36,7 +36,6 @@ void UpdateSchedule::start() {
 void UpdateSchedule::checkEnded() {
     m_parts.preferences.setDate(lastCheckKey, m_parts.clock.now());
     m_wait = day + upTo(daySpread);
-    m_retryTime = Seconds{0};
     m_failures = 0;
 }
 
