@@ -13,6 +13,7 @@
 #include "engine/TopProcesses.h"
 #include "platform/ProcessText.h"
 #include "platform/linux/LinuxFileStore.h"
+#include "tests/probe/FeedJson.h"
 #include "tests/probe/ProcessJson.h"
 #include "tests/probe/Verbs.h"
 #include "workspace/ActivityLog.h"
@@ -57,8 +58,12 @@ struct Parser {
     std::string (*print)(const std::string& bytes);
 };
 
-constexpr std::array<Parser, 5> parsers{
-    {{"activity", activity}, {"df", diskFree}, {"ps", processes}, {"lsof", listeners}, {"top", topProcesses}}};
+constexpr std::array<Parser, 6> parsers{{{"activity", activity},
+                                         {"appcast", feedJson},
+                                         {"df", diskFree},
+                                         {"ps", processes},
+                                         {"lsof", listeners},
+                                         {"top", topProcesses}}};
 
 }  // namespace
 

@@ -28,6 +28,7 @@ int watchApplications(const Arguments& arguments);
 int quitApplication(const Arguments& arguments);
 int stop(const Arguments& arguments);
 int list(const Arguments& arguments);
+int feed(const Arguments& arguments);
 int ports(const Arguments& arguments);
 
 }  // namespace kestrune::probe

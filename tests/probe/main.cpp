@@ -15,7 +15,7 @@ struct Verb {
     int (*run)(const Arguments&);
 };
 
-constexpr std::array<Verb, 17> verbs{{
+constexpr std::array<Verb, 18> verbs{{
     {"clean", "HOME REL", clean},
     {"record", "HOME [N]", record},
     {"runproc", "EXE [ARG...]", runProcess},
@@ -23,7 +23,7 @@ constexpr std::array<Verb, 17> verbs{{
     {"allowed", "HOME PATH", allowed},
     {"scan-targets", "HOME", scanTargets},
     {"scan", "DIR [FILE-LIMIT]", scan},
-    {"parse", "activity|df|ps|lsof|top < INPUT", parse},
+    {"parse", "activity|appcast|df|ps|lsof|top < INPUT", parse},
     {"pref-set", "HOME KEY VALUE...", setPreference},
     {"pref-get", "HOME KEY", preference},
     {"telemetry", "", telemetry},
@@ -33,6 +33,7 @@ constexpr std::array<Verb, 17> verbs{{
     {"stop", "PID EXE", stop},
     {"list", "", list},
     {"ports", "", ports},
+    {"feed", "URL [AUTHORITY-FILE]", feed},
 }};
 
 void printUsage() {
