@@ -231,7 +231,7 @@ void Breadcrumb::paintEvent(QPaintEvent* /*event*/) {
                 Theme::colour(Colour::text2), symbol);
     for (const int left : m_separators) {
         Paint::text(painter, QRect(left, 0, separatorWidth(), height()), FontRole::body, Theme::colour(Colour::text2),
-                    separator());
+                    isRightToLeft() ? QStringLiteral("‹") : separator());
     }
 }
 

@@ -63,7 +63,8 @@ void NotesView::setNotes(const std::string& text) {
 }
 
 int NotesView::wantedHeight(int width, int most) const {
-    const int around = 2 * Metrics::px(verticalMargin);
+    // A view that is exactly as high as its text scrolls by a pixel.
+    const int around = 2 * Metrics::px(verticalMargin) + 2;
     const int line = fontMetrics().lineSpacing();
     const int room = width - 2 * Metrics::px(margin);
     int height = around;

@@ -120,6 +120,9 @@ void QtUpdatePresenter::makeWindow() {
 }
 
 void QtUpdatePresenter::take(UpdateWindow::Answer answer) {
+    if (std::exchange(m_isAnswered, true)) {
+        return;
+    }
     const Answers answers = std::exchange(m_answers, {});
     const bool isPrimary = answer == UpdateWindow::Answer::primary;
     const auto& other = answer == UpdateWindow::Answer::quiet ? answers.quiet : answers.secondary;
@@ -144,6 +147,7 @@ void QtUpdatePresenter::show(const UpdateContent& content, Answers answers) {
         makeWindow();
     }
     ++m_state;
+    m_isAnswered = false;
     m_answers = std::move(answers);
     m_window->setContent(content);
 }

@@ -45,6 +45,7 @@ private:
     std::function<void()> m_prepare;
     std::unique_ptr<UpdateWindow> m_window;
     Answers m_answers;
+    bool m_isAnswered = false;
     unsigned m_state = 0;  ///< counts the states shown
 };
 

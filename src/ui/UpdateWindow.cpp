@@ -26,10 +26,9 @@ namespace {
 constexpr int windowWidth = 520;
 constexpr int padding = 24;
 constexpr int plateGap = 16;
-constexpr int belowTitle = 8;
+constexpr int partGap = 10;
 constexpr int aboveButtons = 20;
 constexpr int buttonGap = 8;
-constexpr int aroundPart = 12;
 constexpr int highestNotes = 220;
 constexpr int frameHeight = 40;  // what a desktop puts around a window, at most
 
@@ -81,9 +80,8 @@ UpdateWindow::UpdateWindow(QWidget* parent)
     m_notes->setAccessibleName(translated("What's new"));
     m_bar->setAccessibleName(translated("Progress"));
     auto* words = new QVBoxLayout;
-    words->setSpacing(0);
+    words->setSpacing(partGap);
     words->addWidget(m_title);
-    words->addSpacing(belowTitle);
     words->addWidget(m_text);
     words->addWidget(m_notes);
     words->addWidget(m_bar);
