@@ -19,8 +19,8 @@ TEST(CharacterKind, whiteSpaceDisturbsNobodyAndLeavesNoMark) {
 }
 
 TEST(CharacterKind, controlsMarksOfDirectionAndHiddenCharactersDisturb) {
-    for (const std::string_view character :
-         {"\n", "\t", "\x1B", "\x7F", "\u0085", "\u2028", "\u202E", "\u2066", "\u200F", "\u200B", "\uFEFF", "\u00AD"}) {
+    for (const std::string_view character : {"\n", "\t", "\x1B", "\x7F", "\u0085", "\u2028", "\xE2\x80\xAE",
+                                             "\xE2\x81\xA6", "\u200F", "\u200B", "\uFEFF", "\u00AD"}) {
         EXPECT_TRUE(isDisturbing(character));
         EXPECT_FALSE(leavesAMark(character));
     }
