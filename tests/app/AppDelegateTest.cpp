@@ -6,68 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/fakes/FakeDockTile.h"
-#include "tests/fakes/FakeStatusItem.h"
-#include "tests/fakes/FakeUpdater.h"
-#include "tests/fakes/StoreFixture.h"
+#include "tests/app/Shell.h"
 
 namespace kestrune {
 
 namespace {
-
-class Shell {
-public:
-    Shell() {
-        world.hostStatistics.memoryPages =
-            MemoryPages{.free = 100, .active = 300, .inactive = 0, .pageSize = 1U << 20U};
-    }
-
-    AppDelegate& delegate() {
-        if (!m_delegate) {
-            m_delegate = std::make_unique<AppDelegate>(
-                AppDelegateParts{.store = world.store(),
-                                 .engine = world.engine,
-                                 .alerts = world.alerts,
-                                 .mainQueue = world.mainQueue,
-                                 .statusItem = statusItem,
-                                 .updater = updater,
-                                 .dockTile = dockTile,
-                                 .downloadHost = "downloads.example",
-                                 .activate = [this] { ++activations; },
-                                 .showWindow = [this] { pagesShown.push_back(world.store().page.get()); },
-                                 .showPorts = [this] { ++portsShown; },
-                                 .isWindowVisible = [this] { return windowIsVisible; },
-                                 .isAnyWindowOpen = [this] { return windowIsVisible || portsAreOpen; },
-                                 .exit = [this] { ++exits; }});
-        }
-        return *m_delegate;
-    }
-
-    /// A cleanup of one item that has been confirmed and waits for the action queue.
-    void startCleanup() {
-        world.addCache(DevCleaners::devCandidates[0].title, 900'000'000);
-        world.scan();
-        world.store().selectRecommended();
-        world.store().clean();
-        world.mainQueue.runPosted();
-        ASSERT_TRUE(world.store().isCleaning.get());
-        world.alerts.alerts.clear();
-    }
-
-    StoreFixture world;
-    FakeStatusItem statusItem;
-    FakeUpdater updater;
-    FakeDockTile dockTile;
-    int activations = 0;
-    std::vector<WorkspacePage> pagesShown;
-    int portsShown = 0;
-    bool windowIsVisible = false;
-    bool portsAreOpen = false;
-    int exits = 0;
-
-private:
-    std::unique_ptr<AppDelegate> m_delegate;
-};
 
 /// How many listings this much time brings, each answered before the next second.
 int listingsWithin(Shell& shell, std::chrono::seconds time) {
@@ -118,10 +61,43 @@ TEST(AppDelegate, launchRefreshesOnceAndThenEveryFiveSeconds) {
     EXPECT_EQ(shell.statusItem.updates, 4);
 }
 
+TEST(AppDelegate, launchTurnsStartAtLoginOnThenStartsTheUpdaterThenMonitoring) {
+    Shell shell;
+    int loginChanges = -1;
+    std::size_t timers = 1;
+    shell.updater.whenStarted = [&] {
+        loginChanges = shell.world.loginItem.changes;
+        timers = shell.world.mainQueue.timers();
+        EXPECT_EQ(shell.statusItem.updates, 0);
+    };
+    shell.delegate().applicationDidFinishLaunching();
+    EXPECT_EQ(loginChanges, 1);
+    EXPECT_EQ(timers, 0U);
+    EXPECT_TRUE(shell.world.loginItem.registered);
+    EXPECT_EQ(shell.updater.delegate, &shell.delegate());
+}
+
+TEST(AppDelegate, theFirstLaunchTellsThatTheProgramStartsAtLogin) {
+    Shell shell;
+    shell.delegate().applicationDidFinishLaunching();
+    EXPECT_EQ(shell.world.notificationCenter.delivered,
+              (std::vector<FakeNotificationCenter::Delivered>{{"Kestrune", "Start at Login: ON"}}));
+}
+
+TEST(AppDelegate, aLaterLaunchLeavesStartAtLoginAsTheUserWantsIt) {
+    Shell shell;
+    shell.delegate().applicationDidFinishLaunching();
+    shell.world.engine.toggleLaunchAtLogin();
+    ASSERT_FALSE(shell.world.loginItem.registered);
+    shell.endDelegate();
+    shell.delegate().applicationDidFinishLaunching();
+    EXPECT_FALSE(shell.world.loginItem.registered);
+}
+
 TEST(AppDelegate, launchStartsMonitoring) {
     Shell shell;
     shell.delegate().applicationDidFinishLaunching();
-    EXPECT_EQ(shell.world.mainQueue.timers(), 2U);
+    EXPECT_EQ(shell.world.mainQueue.timers(), 2U) << "the shell's and the store's";
 }
 
 TEST(AppDelegate, openingTheMenuRefreshesIt) {
@@ -243,14 +219,6 @@ TEST(AppDelegate, clearingMemoryAsksFirst) {
     EXPECT_EQ(shell.world.alerts.alerts[0].messageText, "Clear cached memory?");
 }
 
-TEST(AppDelegate, checkingForUpdatesDoesNothingInThisVersion) {
-    Shell shell;
-    shell.delegate().perform(MenuAction::checkUpdates);
-    EXPECT_TRUE(shell.pagesShown.empty());
-    EXPECT_TRUE(shell.world.alerts.alerts.empty());
-    EXPECT_EQ(shell.world.actions().waiting(), 0U);
-}
-
 TEST(AppDelegate, quittingEndsTheProgram) {
     Shell shell;
     shell.delegate().perform(MenuAction::quit);
@@ -336,6 +304,33 @@ TEST(AppDelegate, aSystemsRequestLeavesTheItemsThatWereNotStarted) {
     EXPECT_EQ(shell.exits, 1);
 }
 
+TEST(AppDelegate, theSessionMayEndAtOnceWhileNothingRuns) {
+    Shell shell;
+    EXPECT_TRUE(shell.delegate().sessionWillEnd(true));
+    EXPECT_TRUE(shell.world.alerts.alerts.empty());
+    // The session's own request to quit follows.
+    EXPECT_EQ(shell.exits, 0);
+}
+
+TEST(AppDelegate, theSessionIsHeldBackDuringACleanupWhereTheUserCanBeAsked) {
+    Shell shell;
+    shell.startCleanup();
+    EXPECT_FALSE(shell.delegate().sessionWillEnd(true));
+    ASSERT_EQ(shell.world.alerts.alerts.size(), 1U);
+    EXPECT_EQ(shell.world.alerts.alerts[0].messageText, "An action is still running");
+    EXPECT_TRUE(shell.world.store().isCleaning.get());
+}
+
+TEST(AppDelegate, aSessionThatEndsWithoutAskingWaitsForTheCurrentItemOnly) {
+    Shell shell;
+    shell.startCleanup();
+    EXPECT_TRUE(shell.delegate().sessionWillEnd(false));
+    EXPECT_TRUE(shell.world.alerts.alerts.empty());
+    EXPECT_EQ(shell.exits, 0);
+    shell.world.settle();
+    EXPECT_EQ(shell.exits, 1);
+}
+
 TEST(AppDelegate, startingTheProgramAgainShowsItsWindow) {
     Shell shell;
     shell.world.store().page.set(WorkspacePage::activity);
@@ -355,6 +350,26 @@ TEST(AppDelegate, closingTheWindowWithoutAStatusItemQuits) {
     shell.statusItem.shown = false;
     shell.delegate().windowWillClose();
     EXPECT_EQ(shell.exits, 1);
+}
+
+TEST(AppDelegate, theProgramIsInTheDockFromItsFirstWindowUntilTheWorkspaceWindowCloses) {
+    Shell shell;
+    shell.delegate().applicationDidFinishLaunching();
+    EXPECT_EQ(shell.dockTile.policy, DockTile::ActivationPolicy::accessory);
+    shell.delegate().perform(MenuAction::openStorage);
+    EXPECT_EQ(shell.dockTile.policy, DockTile::ActivationPolicy::regular);
+    shell.delegate().windowWillClose();
+    EXPECT_EQ(shell.dockTile.policy, DockTile::ActivationPolicy::accessory);
+    shell.delegate().applicationShouldHandleReopen();
+    EXPECT_EQ(shell.dockTile.policy, DockTile::ActivationPolicy::regular);
+}
+
+TEST(AppDelegate, closingThePortWindowLeavesTheProgramInTheDock) {
+    Shell shell;
+    shell.delegate().perform(MenuAction::openPorts);
+    EXPECT_EQ(shell.dockTile.policy, DockTile::ActivationPolicy::regular);
+    shell.delegate().endWithoutWindows();
+    EXPECT_EQ(shell.dockTile.policy, DockTile::ActivationPolicy::regular);
 }
 
 TEST(AppDelegate, closingOneWindowKeepsTheProgramWhileTheOtherIsOpen) {

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QTimer>
+
+#include <functional>
+#include <memory>
 #include <optional>
 
 #include "tests/app/TestBus.h"
@@ -10,9 +14,39 @@ namespace kestrune {
 
 namespace {
 
-std::optional<bool> acquired(SingleInstance& instance) {
-    std::optional<bool> answer;
-    instance.acquire([&](bool isFirst) { answer = isFirst; });
+using Outcome = SingleInstance::Outcome;
+
+/// A first instance that owns the name and never answers. What it held goes with its connection, as when it is killed.
+class HangingInstance final : public QDBusVirtualObject {
+public:
+    HangingInstance() {
+        m_connection.registerVirtualObject(QStringLiteral("/com/torvandelsyn/kestrune"), this);
+        m_connection.registerService(QStringLiteral("com.torvandelsyn.kestrune"));
+    }
+
+    HangingInstance(const HangingInstance&) = delete;
+    HangingInstance& operator=(const HangingInstance&) = delete;
+
+    ~HangingInstance() override { QDBusConnection::disconnectFromBus(m_connection.name()); }
+
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage&, const QDBusConnection&) override {
+        if (whenAsked) {
+            whenAsked();
+        }
+        return true;
+    }
+
+    std::function<void()> whenAsked;
+
+private:
+    QDBusConnection m_connection = TestBus::instance().connect();
+};
+
+std::optional<Outcome> acquired(SingleInstance& instance) {
+    std::optional<Outcome> answer;
+    instance.acquire([&](Outcome outcome) { answer = outcome; });
     static_cast<void>(QTest::qWaitFor([&] { return answer.has_value(); }));
     return answer;
 }
@@ -21,17 +55,34 @@ std::optional<bool> acquired(SingleInstance& instance) {
 
 TEST(SingleInstance, theFirstStartRunsAndALaterOneOnlyBringsItForward) {
     int reopened = 0;
-    SingleInstance first(TestBus::instance().connect(), [&] { ++reopened; });
+    const QDBusConnection connection = TestBus::instance().connect();
+    SingleInstance first(connection, [&] { ++reopened; });
     SingleInstance second(TestBus::instance().connect(), [] {});
-    EXPECT_EQ(acquired(first), true);
+    EXPECT_EQ(acquired(first), Outcome::first);
     EXPECT_EQ(reopened, 0);
-    EXPECT_EQ(acquired(second), false);
+    EXPECT_EQ(acquired(second), Outcome::otherCameForward);
     EXPECT_TRUE(QTest::qWaitFor([&] { return reopened == 1; }));
+    QDBusConnection::disconnectFromBus(connection.name());
 }
 
 TEST(SingleInstance, withoutABusEveryStartIsTheFirst) {
     SingleInstance instance(QDBusConnection(QStringLiteral("no such connection")), [] {});
-    EXPECT_EQ(acquired(instance), true);
+    EXPECT_EQ(acquired(instance), Outcome::first);
+}
+
+TEST(SingleInstance, aFirstOneThatHangsIsTold) {
+    const HangingInstance first;
+    SingleInstance second(TestBus::instance().connect(), [] {});
+    EXPECT_EQ(acquired(second), Outcome::otherDoesNotAnswer);
+}
+
+TEST(SingleInstance, aFirstOneThatEndsBeforeItAnswersLeavesItsPlace) {
+    auto first = std::make_unique<HangingInstance>();
+    first->whenAsked = [&] { QTimer::singleShot(0, [&] { first.reset(); }); };
+    const QDBusConnection connection = TestBus::instance().connect();
+    SingleInstance second(connection, [] {});
+    EXPECT_EQ(acquired(second), Outcome::first);
+    QDBusConnection::disconnectFromBus(connection.name());
 }
 
 }  // namespace kestrune

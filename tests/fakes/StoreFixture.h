@@ -100,9 +100,19 @@ public:
         trash.missing.insert(pathOf(title));
     }
 
+    using MakeQueue = std::function<std::unique_ptr<SerialQueue>(const std::string& label)>;
+
     /// The parts of a store whose queues have threads, for a test that is about them.
     WorkspaceStoreParts partsOnThreads() {
-        return partsWith([](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); });
+        return partsWith(engine, [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); });
+    }
+
+    /// The parts of a store with another engine, for a test that is about the machine's own figures.
+    WorkspaceStoreParts partsWith(SystemEngine& itsEngine, MakeQueue makeQueue) {
+        return {
+            itsEngine,     cleaners,     preferences, fileStore, fileQueries,    fileViewer,           walker,
+            folderChooser, applications, programs,    processes, processControl, systemTools,          memoryPressure,
+            alerts,        trash,        linkOpener,  mainQueue, clock,          std::move(makeQueue), {}};
     }
 
     static constexpr std::int32_t ownProcess = 4711;
@@ -148,18 +158,11 @@ private:
     }
 
     WorkspaceStoreParts parts() {
-        return partsWith([this](const std::string& label) {
+        return partsWith(engine, [this](const std::string& label) {
             auto queue = std::make_unique<ManualSerialQueue>(label);
             (label == "com.torvandelsyn.kestrune.actions" ? m_actions : m_explorer) = queue.get();
             return queue;
         });
-    }
-
-    WorkspaceStoreParts partsWith(std::function<std::unique_ptr<SerialQueue>(const std::string& label)> makeQueue) {
-        return {
-            engine,        cleaners,     preferences, fileStore, fileQueries,    fileViewer,           walker,
-            folderChooser, applications, programs,    processes, processControl, systemTools,          memoryPressure,
-            alerts,        trash,        linkOpener,  mainQueue, clock,          std::move(makeQueue), {}};
     }
 
     std::unique_ptr<WorkspaceStore> m_store;
