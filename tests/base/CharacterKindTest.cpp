@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <string_view>
+
+#include "base/Text.h"
+
 namespace kestrune {
 
 TEST(CharacterKind, lettersDigitsAndPicturesLeaveAMark) {
@@ -19,8 +24,9 @@ TEST(CharacterKind, whiteSpaceDisturbsNobodyAndLeavesNoMark) {
 }
 
 TEST(CharacterKind, controlsMarksOfDirectionAndHiddenCharactersDisturb) {
-    for (const std::string_view character : {"\n", "\t", "\x1B", "\x7F", "\u0085", "\u2028", "\xE2\x80\xAE",
-                                             "\xE2\x81\xA6", "\u200F", "\u200B", "\uFEFF", "\u00AD"}) {
+    for (const auto character : std::initializer_list<std::string_view>{
+             "\n", "\t", "\x1B", "\x7F", "\u0085", "\u2028", firstCharacter("\u202Ea\u202C"),
+             firstCharacter("\u2066a\u2069"), "\u200F", "\u200B", "\uFEFF", "\u00AD"}) {
         EXPECT_TRUE(isDisturbing(character));
         EXPECT_FALSE(leavesAMark(character));
     }
