@@ -36,6 +36,8 @@ SettingsPage::SettingsPage(WorkspaceStore& store, QWidget* parent)
     : Page(store, WorkspacePage::settings, parent),
       m_version(new VersionLine(QStringLiteral("Kestrune " KESTRUNE_VERSION), body())),
       m_check(new Button(Button::Kind::secondary, translated("Check for updates…"), body())),
+      m_news(link(translated("What's new"), body())),
+      m_updateHelp(link(translated("Download & update help"), body())),
       m_login(new SettingRow(translated("Start at login"), body())),
       m_motion(new SettingRow(translated("Reduce animations"), body())),
       m_notifications(new SettingRow(translated("Enable macOS notifications"), body())),
@@ -56,13 +58,11 @@ SettingsPage::SettingsPage(WorkspaceStore& store, QWidget* parent)
 void SettingsPage::addUpdates() {
     auto* panel = new Panel(QStringLiteral("arrow.down.circle"), translated("Updates"), body());
     auto* links = new QWidget(panel);
-    auto* news = link(translated("What's new"), links);
-    auto* help = link(translated("Download & update help"), links);
     auto* row = new QHBoxLayout(links);
     row->setContentsMargins(0, aboveLinks, 0, belowLinks);
     row->setSpacing(linkGap);
-    row->addWidget(news);
-    row->addWidget(help);
+    row->addWidget(m_news);
+    row->addWidget(m_updateHelp);
     row->addStretch(1);
     panel->addPiece(m_version, lineGap);
     panel->setAction(m_check);
@@ -70,8 +70,8 @@ void SettingsPage::addUpdates() {
     content().addWidget(panel);
     content().addSpacing(panelGap);
     connect(m_check, &Button::clicked, this, [this] { store().checkUpdates(); });
-    connect(news, &Button::clicked, this, [this] { store().openReleaseNotes(); });
-    connect(help, &Button::clicked, this, [this] { store().openUpdateHelp(); });
+    connect(m_news, &Button::clicked, this, [this] { store().openReleaseNotes(); });
+    connect(m_updateHelp, &Button::clicked, this, [this] { store().openUpdateHelp(); });
 }
 
 void SettingsPage::addPreferences() {

@@ -31,6 +31,8 @@ private:
 
     VersionLine* m_version;
     Button* m_check;
+    Button* m_news;
+    Button* m_updateHelp;
     SettingRow* m_login;
     SettingRow* m_motion;
     SettingRow* m_notifications;
