@@ -39,12 +39,12 @@ Toggle::Toggle(const QString& label, QWidget* parent) : QCheckBox(parent), m_lab
 }
 
 void Toggle::moveKnob(bool on) {
-    // What is switched back at once turns round where it is.
+    // Only what the user switches moves. What is switched back at once turns round where it is.
     m_knob.setDirection(on ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
     m_knob.setDuration(Motion::duration(knobTime));
     if (!isVisible() || m_knob.duration() == 0) {
         m_knob.stop();
-    } else if (m_knob.state() != QAbstractAnimation::Running) {
+    } else if (!m_following && m_knob.state() != QAbstractAnimation::Running) {
         m_knob.start();
     }
     update();
