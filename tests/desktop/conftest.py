@@ -40,13 +40,13 @@ def home(tmp_path):
 
 @pytest.fixture
 def start(request, home):
-    """start(*arguments, home=…, environment=…, umask=…) starts the program; it ends with the test."""
+    """start(*arguments, home=…, environment=…, umask=…, program=…) starts the program; it ends with the test."""
     request.node.programs = programs = []
     Notifications.forget()
     put_pointer_aside()
 
-    def begin(*arguments, home=home, environment=None, umask=-1):
-        programs.append(Kestrune(home, *arguments, environment=environment, umask=umask))
+    def begin(*arguments, home=home, **options):
+        programs.append(Kestrune(home, *arguments, **options))
         return programs[-1]
 
     yield begin

@@ -43,11 +43,24 @@ class Home:
             'XDG_STATE_HOME': str(self.folder / '.local/state'),
         }
 
+    def set_preferences(self, settings):
+        """The stored settings, as the program writes them."""
+        self.preferences_file.parent.mkdir(mode=0o700, exist_ok=True)
+        self.preferences_file.touch(mode=0o600)
+        self.preferences_file.write_text(json.dumps(settings), encoding='utf-8')
+        return self
+
+    @property
+    def autostart_file(self):
+        return self.config / 'autostart/com.torvandelsyn.kestrune.desktop'
+
     def path(self, title):
         return self.folder / CACHES[title][0]
 
     def furnish(self, titles=tuple(CACHES)):
-        """Fills the folders of these caches, and puts things beside them that no cleanup may ever touch."""
+        """Fills the folders of these caches, and puts things beside them that no cleanup may ever touch. The program has
+        been launched before: it says nothing about starting at login."""
+        self.set_preferences({'kestrune_login_default_2_1': True})
         for title in titles:
             relative, blocks, _ = CACHES[title]
             inner = self.folder / relative / 'files-2.1'

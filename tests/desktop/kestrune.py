@@ -22,6 +22,9 @@ AI_TOOLS = '🧠 AI Tools…'
 CLEAR_MEMORY = 'Clear Cached Memory…'
 REMINDERS = '🔁 Daily Scan Reminders'
 RECENT = '🕘 Recent Actions…'
+CHECK = 'Check for Updates…'
+INSTALL = 'Update Available — Install…'
+SETTINGS = '⚙️ Settings & Help…'
 QUIT = 'Quit Kestrune'
 
 PORT_WINDOW = 'What’s Using a Port?'
@@ -41,12 +44,12 @@ class Kestrune:
     """Starts the program for the person of home, through a command that becomes it where one is given. A context
     manager: the program is gone at the end."""
 
-    def __init__(self, home, *arguments, environment=None, log=None, umask=-1, through=()):
+    def __init__(self, home, *arguments, environment=None, log=None, umask=-1, through=(), program=PROGRAM):
         self.home = home
         self.log = Path(log or home.folder.parent / 'program.log')
         self._tray = self._windows = None
         with open(self.log, 'ab') as out:
-            self.process = subprocess.Popen([*through, PROGRAM, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out, umask=umask,
+            self.process = subprocess.Popen([*through, program, *arguments], stdin=subprocess.DEVNULL, stdout=out, stderr=out, umask=umask,
                                             env={**os.environ, **home.environment, **(environment or {})})
 
     @property

@@ -3,7 +3,6 @@
 The program lists what runs as it starts, and asks for nothing while a listing is under way: a server that a test looks
 for listens before the program starts, unless the test says otherwise.
 """
-import json
 import signal
 import time
 
@@ -82,8 +81,7 @@ def test_refresh_finds_a_server_started_meanwhile(server, app, tmp_path):
 
 
 def test_a_protected_server_can_only_be_looked_at(server, start, home):
-    home.preferences_file.parent.mkdir(parents=True, exist_ok=True)
-    home.preferences_file.write_text(json.dumps({'alwaysKeepApps': ['node']}), encoding='utf-8')
+    home.set_preferences({**home.preferences(), 'alwaysKeepApps': ['node']})
     app = start()
     app.open_ports()
     app.wait_for_row(server.pid)

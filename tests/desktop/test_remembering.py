@@ -108,7 +108,6 @@ def test_a_damaged_log_reads_as_empty_and_gives_way_to_the_next_entry(start, hom
 
 def test_damaged_settings_are_kept_aside(start, home):
     folder = home.preferences_file.parent
-    folder.mkdir()
     home.preferences_file.write_text('{"kestrune_exclusions": [', encoding='utf-8')
     app = start().scan()
     app.windows.press('Exclude: Gradle Caches')
