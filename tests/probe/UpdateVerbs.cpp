@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/AppDelegate.h"
+#include "app/QtMainQueue.h"
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxFileViewer.h"
 #include "platform/linux/LinuxUpdateFetcher.h"
@@ -43,13 +44,13 @@ public:
                      .installer = m_installer,
                      .presenter = m_presenter,
                      .preferences = m_world.preferences,
-                     .mainQueue = m_world.mainQueue,
+                     .mainQueue = m_mainQueue,
                      .clock = m_world.clock,
                      .random = [] { return 0U; }}),
           m_delegate({.store = m_world.store(),
                       .engine = m_world.engine,
                       .alerts = m_world.alerts,
-                      .mainQueue = m_world.mainQueue,
+                      .mainQueue = m_mainQueue,
                       .statusItem = m_statusItem,
                       .updater = m_updater,
                       .dockTile = m_dockTile,
@@ -69,6 +70,7 @@ public:
         int sentences = 0;
         const Subscription told = status.observe([&status, &sentences] {
             std::puts(status.get().c_str());
+            static_cast<void>(std::fflush(stdout));
             if (++sentences == 2) {
                 QCoreApplication::exit(succeeded);
             }
@@ -79,6 +81,7 @@ public:
     }
 
 private:
+    QtMainQueue m_mainQueue;
     StoreFixture m_world;
     FakeStatusItem m_statusItem;
     FakeDockTile m_dockTile;

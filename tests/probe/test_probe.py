@@ -1,15 +1,18 @@
 """Drives every verb of the probe on homes of its own. Usage: test_probe.py PROBE"""
 
 import hashlib
+import http.server
 import json
 import os
 import pathlib
 import shutil
 import signal
 import socket
+import ssl
 import subprocess
 import sys
 import tempfile
+import threading
 import unittest
 import urllib.parse
 
@@ -271,6 +274,23 @@ class Parse(Probe):
             {"7": ["[::1]:5173"], "123": ["*:3000", "127.0.0.1:9229"]})
         self.assertEqual(json.loads(self.line("parse", "lsof")), {})
 
+    def test_the_items_of_an_appcast_are_read(self):
+        feed = (b'<rss xmlns:sparkle="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel><item>'
+                b'<sparkle:version>2.2.0</sparkle:version><description>&lt;b&gt;New&lt;/b&gt; &amp;amp; safe</description>'
+                b'<enclosure url="https://example.org/a" length="7" sparkle:edSignature="c2ln"/></item></channel></rss>')
+        self.assertEqual(
+            json.loads(self.line("parse", "appcast", stdin=feed)),
+            [{"version": "2.2.0", "shortVersion": "", "os": "", "minimumSystemVersion": "", "notes": "New & safe",
+              "url": "https://example.org/a", "length": "7", "signature": "c2ln"}])
+
+    def test_what_is_no_appcast_is_told_in_a_sentence(self):
+        for data, sentence in (
+                (b"", "The server's answer is not an update feed."),
+                (b"<!DOCTYPE rss><rss/>", "The update feed holds a document type declaration, which is not read."),
+                (b"<a>" * 33, "The update feed is nested too deeply."),
+                (b"<rss><channel>" + b"<item/>" * 1001, "The update feed lists too many versions.")):
+            self.assertEqual(json.loads(self.line("parse", "appcast", stdin=data)), {"error": sentence})
+
     def test_the_largest_processes_are_read(self):
         listing = b"%MEM COMMAND\n 0.5 small\n12.5 large\n"
         self.assertEqual(
@@ -416,6 +436,67 @@ class Figures(Probe):
         self.assertRegex(figures["uptime"], r"^(\d+d )?\d+h \d+m$")
 
 
+class Feed(Probe):
+    """A server of its own, with an authority of its own."""
+
+    APPCAST = ('<rss xmlns:sparkle="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel><item>'
+               '<sparkle:version>{}</sparkle:version><enclosure url="https://example.org/kestrune.AppImage" length="7" '
+               'sparkle:edSignature="' + "A" * 86 + '=="/></item></channel></rss>')
+
+    def setUp(self):
+        super().setUp()
+        key, self.authority = self.home / "key.pem", self.home / "authority.pem"
+        subprocess.run(
+            ["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-days",
+             "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost", "-keyout", key, "-out",
+             self.authority], check=True, capture_output=True)
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(self.authority, key)
+        answers = self.answers = {}
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                body = answers.get(self.path)
+                self.send_response(404 if body is None else 200)
+                self.end_headers()
+                self.wfile.write(body or b"")
+
+            def log_message(self, *_):
+                pass
+
+        server = http.server.ThreadingHTTPServer(("localhost", 0), Handler)
+        server.socket = context.wrap_socket(server.socket, server_side=True)
+        self.addCleanup(server.server_close)
+        self.addCleanup(server.shutdown)
+        threading.Thread(target=server.serve_forever, daemon=True).start()
+        self.url = f"https://localhost:{server.server_port}/"
+
+    def sentences(self, *arguments):
+        result = self.run_probe("feed", *arguments)
+        self.assertEqual(result.returncode, 0, result)
+        first, *rest = result.stdout.decode().splitlines()
+        self.assertEqual(first, "Checking for updates…")
+        return rest
+
+    def test_a_newer_version_is_available(self):
+        self.answers["/feed"] = self.APPCAST.format("99.1").encode()
+        self.assertEqual(self.sentences(self.url + "feed", self.authority), ["Version 99.1 is available"])
+
+    def test_an_older_version_is_none(self):
+        self.answers["/feed"] = self.APPCAST.format("1.0").encode()
+        self.assertEqual(
+            self.sentences(self.url + "feed", self.authority), ["No compatible update found. Last checked just now."])
+
+    def test_a_check_that_fails_says_why(self):
+        for arguments, reason in (
+                ((self.url + "none", self.authority), "The server answered with the status 404."),
+                ((self.url + "feed",), "localhost showed a certificate that this system does not trust."),
+                ((self.url.replace("https", "http"),), "The address of the update is not a secure one (https).")):
+            self.assertEqual(
+                self.sentences(*arguments),
+                [f"Update couldn't finish: {reason} Retry or download from downloads.example."])
+
+
 class Usage(Probe):
     def test_what_does_not_fit_is_answered_with_the_usage(self):
         for arguments in ((), ("fly",), ("clean", "x"), ("record",), ("record", "x", "-1"), ("record", "x", "1x"),
@@ -423,7 +504,7 @@ class Usage(Probe):
                           ("scan", "/", "x"), ("scan", "/", "1", "2"), ("pref-set", "x"),
                           ("pref-get", "x"), ("runproc",), ("telemetry", "x"),
                           ("stop",), ("stop", "7"), ("stop", "7x", "/bin/cat"), ("stop", "2147483648", "/bin/cat"),
-                          ("stop", "7", "/bin/cat", "x"), ("list", "x"), ("ports", "x"), ("parse", "ps", "x")):
+                          ("stop", "7", "/bin/cat", "x"), ("list", "x"), ("ports", "x"), ("parse", "ps", "x"), ("feed",), ("feed", "x", "y", "z")):
             result = self.run_probe(*arguments)
             self.assertEqual(result.returncode, 2, arguments)
             self.assertIn(b"usage: kestrune-probe", result.stderr)
