@@ -1,10 +1,10 @@
 #include "ui/SettingsPage.h"
 
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "ui/Button.h"
+#include "ui/FlowRow.h"
 #include "ui/NavigationRow.h"
 #include "ui/Panel.h"
 #include "ui/RowList.h"
@@ -20,8 +20,7 @@ namespace {
 constexpr int panelGap = 16;
 constexpr int lineGap = 4;
 constexpr int linkGap = 18;
-constexpr int aboveLinks = 8;
-constexpr int belowLinks = 7;
+constexpr int aroundLinks = 8;
 constexpr int aboveButton = 12;
 
 Button* link(const QString& label, QWidget* parent) {
@@ -57,13 +56,9 @@ SettingsPage::SettingsPage(WorkspaceStore& store, QWidget* parent)
 
 void SettingsPage::addUpdates() {
     auto* panel = new Panel(QStringLiteral("arrow.down.circle"), translated("Updates"), body());
-    auto* links = new QWidget(panel);
-    auto* row = new QHBoxLayout(links);
-    row->setContentsMargins(0, aboveLinks, 0, belowLinks);
-    row->setSpacing(linkGap);
-    row->addWidget(m_news);
-    row->addWidget(m_updateHelp);
-    row->addStretch(1);
+    auto* links = new FlowRow(linkGap, aroundLinks, panel);
+    links->add(m_news);
+    links->add(m_updateHelp);
     panel->addPiece(m_version, lineGap);
     panel->setAction(m_check);
     panel->addRow(links);

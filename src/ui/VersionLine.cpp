@@ -1,6 +1,6 @@
 #include "ui/VersionLine.h"
 
-#include <QHBoxLayout>
+#include <algorithm>
 
 #include "ui/Mirror.h"
 #include "ui/Paint.h"
@@ -10,8 +10,14 @@ namespace kestrune {
 
 namespace {
 
+constexpr int smallestStatus = 180;  // less beside the version is too little to read
+
 QString divider() {
     return QStringLiteral(" · ");
+}
+
+int dividerWidth() {
+    return Metrics::width(FontRole::body, divider());
 }
 
 }  // namespace
@@ -23,28 +29,62 @@ VersionLine::VersionLine(const QString& version, QWidget* parent)
     m_version->setText(version);
     m_version->setFit(TextLabel::Fit::natural);
     m_status->setFit(TextLabel::Fit::wrap);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(Metrics::width(FontRole::body, divider()));
-    layout->addWidget(m_version, 0, Qt::AlignTop);
-    layout->addWidget(m_status, 1);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 void VersionLine::setStatus(const QString& status) {
     if (m_status->text() != status) {
         m_status->setText(status);
+        updateGeometry();
+        place();
         update();
     }
 }
 
+VersionLine::Places VersionLine::places(int width) const {
+    const QRect version(QPoint(0, 0), m_version->sizeHint());
+    const int beside = version.right() + 1 + dividerWidth();
+    if (width - beside >= std::min(Metrics::px(smallestStatus), m_status->sizeHint().width())) {
+        return {version, QRect(beside, 0, width - beside, m_status->heightForWidth(width - beside))};
+    }
+    return {version, QRect(0, version.bottom() + 1, width, m_status->heightForWidth(width))};
+}
+
+int VersionLine::heightForWidth(int width) const {
+    const Places all = places(width);
+    return std::max(all.version.bottom(), all.status.bottom()) + 1;
+}
+
+QSize VersionLine::sizeHint() const {
+    const int width = m_version->sizeHint().width() + dividerWidth() + m_status->sizeHint().width();
+    return {width, heightForWidth(width)};
+}
+
+QSize VersionLine::minimumSizeHint() const {
+    return m_version->sizeHint();
+}
+
+void VersionLine::place() {
+    const Places all = places(width());
+    m_version->setGeometry(Mirror::shown(*this, all.version));
+    m_status->setGeometry(Mirror::shown(*this, all.status));
+}
+
+void VersionLine::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    place();
+}
+
 void VersionLine::paintEvent(QPaintEvent* /*event*/) {
-    if (m_status->text().isEmpty()) {
+    const Places all = places(width());
+    if (m_status->text().isEmpty() || all.status.top() > 0) {
         return;
     }
     MirrorPainter painter(this);
-    const QRect version = Mirror::shown(*this, m_version->geometry());
-    const QRect place(version.right() + 1, version.top(), layout()->spacing(), version.height());
-    Paint::text(painter, place, FontRole::body, Theme::colour(Colour::text2), divider(), Qt::AlignHCenter);
+    const QRect between(all.version.right() + 1, 0, dividerWidth(), all.version.height());
+    Paint::text(painter, between, FontRole::body, Theme::colour(Colour::text2), divider(), Qt::AlignHCenter);
 }
 
 }  // namespace kestrune
