@@ -1,9 +1,12 @@
 """Updates from end to end: the program with a publisher of the test's own, over https."""
+import contextlib
 import os
+import signal
+from pathlib import Path
 
 import pytest
 
-from desk import Notifications, wait
+from desk import Notifications, Tray, wait
 from feed import Publisher
 from kestrune import CHECK, INSTALL, SETTINGS
 
@@ -136,3 +139,76 @@ def test_a_check_from_the_settings_is_the_same(app):
     app.windows.press('Check for updates…')
     wait(lambda: app.windows.window(QUESTION), 'the question')
     assert is_marked(app)
+
+
+# Installing.
+
+class Image:
+    """The file that the program believes to be started from, as the runtime of AppImages tells it."""
+
+    OLD = b'\x7fELF of the old version'
+
+    def __init__(self, folder):
+        self.path = folder / 'Kestrune.AppImage'
+        self.path.write_bytes(self.OLD)
+        self.path.chmod(0o755)
+        self.environment = {'APPIMAGE': str(self.path), 'APPDIR': str(Path(PROGRAM).parent)}
+
+    def running(self):
+        """The process that was started from the file, or None."""
+        for process in Path('/proc').iterdir():
+            with contextlib.suppress(OSError):
+                if process.name.isdigit() and os.readlink(process / 'exe') == str(self.path):
+                    return int(process.name)
+        return None
+
+
+@pytest.fixture
+def image(tmp_path):
+    file = Image(tmp_path)
+    yield file
+    process = file.running()
+    if process:
+        os.kill(process, signal.SIGTERM)
+        wait(lambda: not file.running(), 'the new version to end')
+
+
+def fetched(home):
+    """What lies in the folder that archives are fetched into."""
+    return [path for path in (home.folder / '.cache/kestrune').rglob('*') if path.is_file()]
+
+
+def test_a_signed_version_takes_the_place_of_the_old_one_and_starts(start, publisher, image, home):
+    publisher.publish(VERSION, SHOWN, archive=Path(os.environ['KESTRUNE']).read_bytes())
+    app = start(program=PROGRAM, environment={**publisher.environment, **image.environment})
+    check(app)
+    press(app, 'Install')
+    wait(lambda: app.windows.control('Restart Now'), 'the new version to be in place')
+    assert image.path.read_bytes() == Path(os.environ['KESTRUNE']).read_bytes()
+    assert image.path.stat().st_mode & 0o777 == 0o755
+    press(app, 'Restart Now')
+    assert app.wait_until_gone() == 0
+    process = wait(image.running, 'the new version to run')
+    assert Tray(process).title.startswith('🧹 ')
+    assert fetched(home) == []
+
+
+def test_an_archive_that_somebody_else_signed_changes_nothing(start, publisher, image, home):
+    publisher.publish(VERSION, SHOWN, archive=b'\x7fELF of somebody else', signature=publisher.sign(b'another one'))
+    app = start(program=PROGRAM, environment={**publisher.environment, **image.environment})
+    check(app)
+    press(app, 'Install')
+    wait(lambda: app.windows.window(f'Version {SHOWN} couldn’t be installed'), 'the outcome')
+    press(app, 'OK')
+    wait_for_status(app, "Update couldn't finish: ", RETRY)
+    assert image.path.read_bytes() == Image.OLD
+    assert fetched(home) == []
+    assert is_marked(app)
+
+
+def test_a_copy_that_cannot_replace_itself_says_where_the_new_version_is(app, publisher):
+    check(app)
+    press(app, 'Install')
+    wait(lambda: app.windows.window(f'Version {SHOWN} is ready to download'), 'the outcome')
+    assert app.windows.reads(publisher.address('/kestrune.AppImage'), app.windows.dialog())
+    assert '/kestrune.AppImage' not in publisher.asked
