@@ -93,7 +93,7 @@ QJsonObject objectOf(const FetchFailure& failure) {
 
 std::vector<FeedItem> itemsIn(const QJsonArray& list) {
     std::vector<FeedItem> items;
-    for (const QJsonValue& value : list) {
+    for (const QJsonValue value : list) {
         const QJsonObject object = value.toObject();
         FeedItem& item = items.emplace_back();
         for (const ItemField& field : itemFields) {

@@ -91,7 +91,7 @@ void FetchProcess::take(const QByteArray& line) {
     }
 }
 
-void FetchProcess::finish(FetchAnswer answer) {
+void FetchProcess::finish(const FetchAnswer& answer) {
     if (std::exchange(m_isFinished, true)) {
         return;
     }

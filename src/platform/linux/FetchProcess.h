@@ -39,7 +39,7 @@ public:
 private:
     void readLines();
     void take(const QByteArray& line);
-    void finish(FetchAnswer answer);
+    void finish(const FetchAnswer& answer);
     void letGo();
 
     const std::string m_program;
