@@ -19,9 +19,8 @@ struct Program {
 
 /// item as an update for program. Nothing unless
 /// - its version is a number of at most 128 characters, and newer than the running one;
-/// - what is shown of the version (the short version, where there is one) is valid UTF-8 of at most 64 characters, one
-/// of
-///   them visible and none disturbing;
+/// - what is shown of the version (the short version, where there is one) is valid UTF-8 of at most 64 characters, none
+///   of them disturbing and one visible;
 /// - it is for no system in particular or for Linux, and its archive is of the program's kind. A minimum system version
 ///   is not looked at: those of feeds do not number this system;
 /// - its archive lies at an https address, has a length of 1 byte to 4 GiB, and a signature of 64 bytes in base64.

@@ -17,10 +17,10 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("com.torvandelsyn.kestrune"));
     QApplication::setQuitOnLastWindowClosed(false);
     const QApplication toolkit(argc, argv);
-    kestrune::Application application({.updates = {setting("KESTRUNE_TEST_FEED"), setting("KESTRUNE_TEST_KEY"),
-                                                   setting("KESTRUNE_TEST_AUTHORITY")},
-                                       .downloadHost = "downloads.example",
-                                       .helpPages = {}});
+    kestrune::Application application(
+        {.updates = {setting("KESTRUNE_TEST_FEED"), setting("KESTRUNE_TEST_KEY"), setting("KESTRUNE_TEST_AUTHORITY")},
+         .downloadHost = "downloads.example",
+         .helpPages = {}});
     application.start();
     return QApplication::exec();
 }

@@ -5,71 +5,16 @@
 #include <chrono>
 #include <cstdlib>
 
-#include "platform/linux/LinuxTrash.h"
-#include "platform/linux/TrashInfo.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/PutBackHome.h"
 #include "tests/platform/TakenDescriptors.h"
-#include "tests/platform/TrashHome.h"
 
 namespace kestrune {
 namespace {
 
 using testing::HasSubstr;
-using testing::StartsWith;
 
-class LinuxTrashPutBack : public TrashHome {
-protected:
-    /// Moves a folder with this content to the Trash and answers where it lies there.
-    std::string trash(const std::string& relativePath, const std::string& content = "mine") {
-        makeFolder(relativePath, content);
-        const auto moved = move(relativePath);
-        EXPECT_TRUE(moved.ok()) << moved.error().message;
-        return moved.ok() ? moved.value().location : std::string();
-    }
-
-    [[nodiscard]] auto plan(const std::string& location) const { return LinuxTrash().planPutBack(home, location); }
-
-    /// The plan of an item that can go back.
-    [[nodiscard]] PutBackPlan goodPlan(const std::string& location) const {
-        const auto planned = plan(location);
-        EXPECT_TRUE(planned.ok()) << static_cast<int>(planned.error().failure) << planned.error().message;
-        return planned.ok() ? planned.value() : PutBackPlan{};
-    }
-
-    [[nodiscard]] auto putBack(const PutBackPlan& confirmed) const { return LinuxTrash().putBack(home, confirmed); }
-
-    void expectNoPlan(const std::string& location, PutBackFailure failure, const std::string& path = {}) const {
-        const auto planned = plan(location);
-        ASSERT_FALSE(planned.ok()) << planned.value().originalPath;
-        expectError(planned.error(), failure, path);
-    }
-
-    void expectNotPutBack(const PutBackPlan& confirmed, PutBackFailure failure, const std::string& path = {}) const {
-        const auto result = putBack(confirmed);
-        ASSERT_FALSE(result.ok()) << result.value();
-        expectError(result.error(), failure, path);
-    }
-
-    static void expectError(const PutBackError& error, PutBackFailure failure, const std::string& path) {
-        EXPECT_EQ(error.failure, failure) << error.message;
-        EXPECT_EQ(error.message.empty(), failure != PutBackFailure::system) << error.message;
-        EXPECT_EQ(error.path, path);
-    }
-
-    void writeRecord(const std::string& text) const { writeFile(trashFolder + "/info/a.trashinfo", text); }
-
-    /// The plan for the item "a" with this record.
-    [[nodiscard]] auto planWithRecord(const std::string& text) const {
-        writeRecord(text);
-        return plan(trashFolder + "/files/a");
-    }
-
-    void expectRefusedRecord(const std::string& text) const {
-        const auto planned = planWithRecord(text);
-        ASSERT_FALSE(planned.ok()) << text << " would go to " << planned.value().originalPath;
-        EXPECT_EQ(planned.error().failure, PutBackFailure::noRecord) << text << planned.error().message;
-    }
-};
+class LinuxTrashPutBack : public PutBackHome {};
 
 TEST_F(LinuxTrashPutBack, aFolderIsBackByteForByteAndItsRecordIsGone) {
     const std::string location = trash(".cache/npm");
@@ -215,100 +160,6 @@ TEST_F(LinuxTrashPutBack, onlyTheItemThatWasPlannedGoesBack) {
     PutBackPlan born = goodPlan(location);
     ++born.item.birthNanoseconds;
     expectNotPutBack(born, PutBackFailure::changed);
-}
-
-TEST_F(LinuxTrashPutBack, aRecordThatNamesAnotherPlaceThanThePlanIsRefused) {
-    const std::string location = trash("a");
-    const PutBackPlan confirmed = goodPlan(location);
-    writeRecord("[Trash Info]\nPath=" + percentEncoded(home + "/elsewhere") + "\n");
-    expectNotPutBack(confirmed, PutBackFailure::changed);
-    EXPECT_TRUE(fs::exists(location));
-    EXPECT_FALSE(fs::exists(home + "/elsewhere"));
-}
-
-TEST_F(LinuxTrashPutBack, withoutARecordNothingGoesBack) {
-    const std::string location = trash("a");
-    fs::remove(trashFolder + "/info/a.trashinfo");
-    expectNoPlan(location, PutBackFailure::noRecord);
-    fs::create_directory(trashFolder + "/info/a.trashinfo");
-    expectNoPlan(location, PutBackFailure::noRecord);
-    fs::remove_all(trashFolder + "/info");
-    expectNoPlan(location, PutBackFailure::noRecord);
-    EXPECT_TRUE(fs::exists(location));
-}
-
-TEST_F(LinuxTrashPutBack, aRecordThatIsALinkOrAFifoIsNotRead) {
-    const std::string location = trash("a");
-    const std::string record = trashFolder + "/info/a.trashinfo";
-    fs::rename(record, beside("record"));
-    fs::create_symlink(beside("record"), record);
-    expectNoPlan(location, PutBackFailure::noRecord);
-    fs::remove(record);
-    ASSERT_EQ(::mkfifo(record.c_str(), S_IRWXU), 0);
-    expectNoPlan(location, PutBackFailure::noRecord);
-}
-
-TEST_F(LinuxTrashPutBack, hostileRecordsNameNoPlace) {
-    trash("a");
-    const std::string key = "[Trash Info]\nPath=";
-    const std::string own = percentEncoded(home);
-    expectRefusedRecord("");
-    expectRefusedRecord("Path=" + own + "/a\n");
-    expectRefusedRecord("\n" + key + own + "/a\n");
-    expectRefusedRecord("[Other]\nPath=" + own + "/a\n");
-    expectRefusedRecord("[Trash Info]\nDeletionDate=2026-01-01T00:00:00\n");
-    expectRefusedRecord(key + own + "/a\nPath=" + own + "/b\n");
-    expectRefusedRecord(key + "\n");
-    expectRefusedRecord(key + "a\n");
-    expectRefusedRecord(key + "/etc/passwd.new\n");
-    expectRefusedRecord(key + own + "\n");
-    expectRefusedRecord(key + own + "/\n");
-    expectRefusedRecord(key + own + "evil/a\n");
-    expectRefusedRecord(key + own + "/x/../../a\n");
-    expectRefusedRecord(key + own + "/x/%2e%2e/%2E%2E/a\n");
-    expectRefusedRecord(key + own + "/./a\n");
-    expectRefusedRecord(key + own + "//a\n");
-    expectRefusedRecord(key + own + "/a/\n");
-    expectRefusedRecord(key + own + "/a%00b\n");
-    expectRefusedRecord(key + own + "/a" + std::string(1, '\0') + "b\n");
-    expectRefusedRecord(key + own + "/a%\n");
-    expectRefusedRecord(key + own + "/a%4\n");
-    expectRefusedRecord(key + own + "/a%zz\n");
-    expectRefusedRecord(key + own + "/a\r\n");
-    expectRefusedRecord(key + own + "/a");
-    expectRefusedRecord(key + own + "/.local/share/Trash/files/b\n");
-    expectRefusedRecord(key + own + "/.local/share/Trash/info/b.trashinfo\n");
-    EXPECT_EQ(contentOf(trashFolder + "/files/a/content"), "mine");
-}
-
-TEST_F(LinuxTrashPutBack, aRecordAsOtherProgramsWriteItNamesItsPlace) {
-    trash("a");
-    const std::string key = "[Trash Info]\nPath=";
-    for (const std::string& text :
-         {key + home + "/b c\n", key + home + "/b%20c\nDeletionDate=2026-01-01T00:00:00\nX-More=Path=/etc\n",
-          "[Trash Info]\nDeletionDate=2026-01-01T00:00:00\nPath=" + home + "/b c\n"}) {
-        const auto planned = planWithRecord(text);
-        ASSERT_TRUE(planned.ok()) << text;
-        EXPECT_EQ(planned.value().originalPath, home + "/b c");
-    }
-}
-
-TEST_F(LinuxTrashPutBack, aRecordOfMoreThan64KiBIsNotReadToItsEnd) {
-    trash("a");
-    const std::string text = "[Trash Info]\nPath=" + home + "/a\n";
-    EXPECT_TRUE(planWithRecord(text + std::string((64U << 10U) - text.size() - 1, 'x') + "\n").ok());
-    expectRefusedRecord(text + std::string((64U << 10U) - text.size(), 'x') + "\n");
-    fs::resize_file(trashFolder + "/info/a.trashinfo", std::uintmax_t{1} << 40U);
-    expectNoPlan(trashFolder + "/files/a", PutBackFailure::noRecord);
-}
-
-TEST_F(LinuxTrashPutBack, aPathLongerThanTheSystemAllowsIsTold) {
-    trash("a");
-    writeRecord("[Trash Info]\nPath=" + home + "/" + std::string(300, 'n') + "\n");
-    const auto planned = plan(trashFolder + "/files/a");
-    ASSERT_FALSE(planned.ok());
-    EXPECT_EQ(planned.error().message,
-              "Couldn't put this item back: Its path is too long. Move it with your file manager instead.");
 }
 
 TEST_F(LinuxTrashPutBack, onlyLocationsInTheUsersTrashAreLookedAt) {

@@ -21,9 +21,9 @@ inline constexpr std::string_view trashInfoSuffix = ".trashinfo";
 /// Whether text is a whole restore record of an item that lay at originalPath, whatever its date.
 [[nodiscard]] bool isTrashInfoOf(std::string_view text, std::string_view originalPath);
 
-/// What a restore record says of the place its item came from, as bytes. Nothing unless text begins as a record does and
-/// has one line with that key, whole, in the spelling of percentEncoded() or a looser one: programs disagree about which
-/// of two counts and about broken escapes, so such a record names no place.
+/// What a restore record says of the place its item came from, as bytes. Nothing unless text begins as a record does
+/// and has one line with that key, whole, in the spelling of percentEncoded() or a looser one: programs disagree about
+/// which of two counts and about broken escapes, so such a record names no place.
 [[nodiscard]] std::optional<std::string> originalPathIn(std::string_view text);
 
 /// The name to try for an item called leaf: leaf itself at attempt 0, then "leaf.2", "leaf.3" … A name that would be
