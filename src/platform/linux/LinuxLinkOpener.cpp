@@ -123,7 +123,7 @@ bool LinuxLinkOpener::askPortal(const QDBusMessage& message, const std::string& 
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher, uri] {
         watcher->deleteLater();
         if (watcher->isError()) {
-            startProgram(uri);
+            static_cast<void>(startProgram(uri));
         }
     });
     return true;

@@ -35,7 +35,7 @@ private:
     [[nodiscard]] std::optional<std::string> pageFile(const std::string& name) const;
     [[nodiscard]] bool hasPortal() const;
     [[nodiscard]] bool askPortal(const QDBusMessage& message, const std::string& uri);
-    bool startProgram(const std::string& uri) const;
+    [[nodiscard]] bool startProgram(const std::string& uri) const;
 
     const std::string m_helpFolder;
     const Desktop m_desktop;

@@ -57,7 +57,7 @@ bool isRemoved(const std::string& path) {
 
 }  // namespace
 
-LinuxLoginItem::LinuxLoginItem(std::string configHome, std::string executable, FileStore& files)
+LinuxLoginItem::LinuxLoginItem(const std::string& configHome, std::string executable, FileStore& files)
     : m_executable(std::move(executable)),
       m_entry(configHome + "/autostart/" + identifier + ".desktop"),
       m_unit(configHome + "/systemd/user/" + identifier + ".service"),

@@ -14,7 +14,7 @@ namespace kestrune {
 class LinuxLoginItem final : public LoginItem {
 public:
     /// configHome is XDG_CONFIG_HOME or what stands for it; executable is the absolute path that starts this program.
-    LinuxLoginItem(std::string configHome, std::string executable, FileStore& files);
+    LinuxLoginItem(const std::string& configHome, std::string executable, FileStore& files);
 
     [[nodiscard]] bool isRegistered() const override;
     bool setRegistered(bool on) override;
