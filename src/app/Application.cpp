@@ -161,7 +161,7 @@ void Application::prepareInterface() {
     applyMotion();
 }
 
-void Application::applyMotion() {
+void Application::applyMotion() const {
     Motion::setReduced(m_desktopReducesMotion || m_store.reducedMotion.get());
 }
 

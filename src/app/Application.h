@@ -46,7 +46,7 @@ private:
     void launch();
     void refuseToLaunch();
     void prepareInterface();
-    void applyMotion();
+    void applyMotion() const;
     void activate();
     void showWindow();
     [[nodiscard]] WorkspaceWindow& window();
