@@ -1,8 +1,12 @@
 #include "platform/linux/LinuxFileViewer.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
 
 #include "tests/app/TestBus.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 namespace kestrune {
 
@@ -28,6 +32,21 @@ TEST(LinuxFileViewer, asksTheFileManagerToShowTheItem) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return manager.count(QStringLiteral("ShowItems")) == 1; }));
     EXPECT_EQ(manager.messages.last().arguments().at(0).toStringList(),
               QStringList(QStringLiteral("file:///home/anna/a%20b")));
+}
+
+TEST(LinuxFileViewer, withoutAFileManagerToAskTheFolderIsOpenedAsByAnyOtherProgram) {
+    TestBus::instance();
+    const TemporaryFolder folder;
+    const std::string told = folder.path("told");
+    const std::string opener = folder.write("opener", "#!/bin/sh\nprintf '%s\\n' \"$*\" \"${APPDIR-none}\" > " + told +
+                                                          ".new\nmv " + told + ".new " + told + "\n");
+    ASSERT_EQ(::chmod(opener.c_str(), 0755), 0);
+    qputenv("APPDIR", "/mount/of/the/bundle");
+    LinuxFileViewer viewer(opener);
+    viewer.reveal("/home/anna/a b/file");
+    EXPECT_TRUE(QTest::qWaitFor([&told] { return std::filesystem::exists(told); }));
+    qunsetenv("APPDIR");
+    EXPECT_EQ(TemporaryFolder::contentOf(told), "file:///home/anna/a%20b\nnone\n");
 }
 
 }  // namespace kestrune

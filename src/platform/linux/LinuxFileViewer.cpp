@@ -5,19 +5,19 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QObject>
-#include <QProcess>
 #include <QStringList>
 
 #include <cctype>
 #include <string_view>
+#include <utility>
+
+#include "platform/linux/OtherPrograms.h"
 
 namespace kestrune {
 
 namespace {
 
 constexpr std::string_view unreservedMarks = "-._~/";
-
-const QString opener = QStringLiteral("/usr/bin/xdg-open");
 
 bool isUnreserved(char byte) {
     const auto value = static_cast<unsigned char>(byte);
@@ -26,7 +26,8 @@ bool isUnreserved(char byte) {
 
 }  // namespace
 
-LinuxFileViewer::LinuxFileViewer() : m_context(std::make_unique<QObject>()) {
+LinuxFileViewer::LinuxFileViewer(std::string opener)
+    : m_opener(std::move(opener)), m_context(std::make_unique<QObject>()) {
 }
 
 LinuxFileViewer::~LinuxFileViewer() = default;
@@ -57,10 +58,11 @@ void LinuxFileViewer::reveal(const std::string& path) {
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     message << QStringList(QString::fromStdString(fileUri(path))) << QString();
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(message), m_context.get());
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [watcher, path] {
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(), [this, watcher, path] {
         watcher->deleteLater();
         if (watcher->isError()) {
-            QProcess::startDetached(opener, {QString::fromStdString(fileUri(enclosingFolder(path)))});
+            static_cast<void>(startDetached(QString::fromStdString(m_opener),
+                                            {QString::fromStdString(fileUri(enclosingFolder(path)))}));
         }
     });
 }

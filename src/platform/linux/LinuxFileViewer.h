@@ -12,7 +12,8 @@ namespace kestrune {
 /// Shows files in the desktop's file manager. Main thread.
 class LinuxFileViewer final : public FileViewer {
 public:
-    LinuxFileViewer();
+    /// opener opens a folder where the desktop has no file manager to ask; an absolute path.
+    explicit LinuxFileViewer(std::string opener = "/usr/bin/xdg-open");
     ~LinuxFileViewer() override;
 
     void reveal(const std::string& path) override;
@@ -24,6 +25,7 @@ public:
     [[nodiscard]] static std::string enclosingFolder(const std::string& path);
 
 private:
+    const std::string m_opener;
     std::unique_ptr<QObject> m_context;  ///< answers that arrive after it is gone are dropped
 };
 

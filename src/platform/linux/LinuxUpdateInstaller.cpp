@@ -7,7 +7,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
-#include <QProcess>
 #include <QString>
 
 #include <algorithm>
@@ -52,16 +51,6 @@ void takeInstanceName(const SessionBusCalls& bus) {
     QDBusMessage message = SessionBusCalls::toBus(QStringLiteral("RequestName"));
     message << instanceName << doNotQueue;
     static_cast<void>(bus.call(message));
-}
-
-bool startDetached(const std::string& program) {
-    QProcess process;
-    process.setProgram(QString::fromStdString(program));
-    process.setProcessEnvironment(environmentForOthers());
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    return process.startDetached();
 }
 
 /// The archive and the folder that was made for it, which stays when something else lies there.
@@ -144,7 +133,7 @@ void LinuxUpdateInstaller::relaunch() {
     if (bus.isConnected()) {
         giveUpInstanceName(SessionBusCalls(bus, busPatience));
     }
-    if (startDetached(m_startedFile)) {
+    if (startDetached(QString::fromStdString(m_startedFile), {})) {
         QCoreApplication::exit();
     } else if (bus.isConnected()) {
         takeInstanceName(SessionBusCalls(bus, busPatience));

@@ -1,6 +1,6 @@
 #include "platform/linux/OtherPrograms.h"
 
-#include <QString>
+#include <QProcess>
 
 #include <array>
 
@@ -27,6 +27,17 @@ QProcessEnvironment environmentForOthers() {
         environment.remove(QString::fromLatin1(name));
     }
     return environment;
+}
+
+bool startDetached(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setProcessEnvironment(environmentForOthers());
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    return process.startDetached();
 }
 
 }  // namespace kestrune
