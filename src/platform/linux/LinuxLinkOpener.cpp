@@ -10,7 +10,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusUnixFileDescriptor>
 #include <QObject>
-#include <QProcess>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -139,14 +138,7 @@ bool LinuxLinkOpener::startProgram(const std::string& uri) const {
     for (const std::string& argument : program->arguments) {
         arguments << QString::fromStdString(argument);
     }
-    QProcess process;
-    process.setProgram(QString::fromStdString(program->executable));
-    process.setArguments(arguments);
-    process.setProcessEnvironment(environmentForOthers());
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    return process.startDetached();
+    return startDetached(QString::fromStdString(program->executable), arguments);
 }
 
 }  // namespace kestrune
