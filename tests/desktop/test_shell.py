@@ -123,10 +123,9 @@ def test_a_signal_during_a_cleanup_leaves_no_item_half_moved(app, home):
         entry['title'] for entry in home.activity())
 
 
-@pytest.mark.parametrize('key', ['ctrl+q'])
-def test_the_key_ends_the_program(app, key):
+def test_the_key_ends_the_program(app):
     app.open(OPEN)
-    app.press_keys(key)
+    app.press_keys('ctrl+q')
     assert app.wait_until_gone() == 0
 
 

@@ -46,6 +46,7 @@ TEST_F(ToggleTest, switchingAsksAndMovesTheKnob) {
     ASSERT_EQ(asked.count(), 1);
     EXPECT_TRUE(asked.at(0).at(0).toBool());
     EXPECT_FALSE(showsKnobAtTheEnd()) << "it is only about to move there";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return showsKnobAtTheEnd(); }));
 }
 
 TEST_F(ToggleTest, longLabelOfAStretchedSwitchTakesMoreLines) {
