@@ -1,10 +1,10 @@
 #include "platform/linux/AutostartEntry.h"
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "base/Text.h"
+#include "platform/linux/ProgramPath.h"
 
 namespace kestrune::AutostartEntry {
 
@@ -62,11 +62,6 @@ std::string commandLine(std::string_view path) {
     quoted += '"';
     // GLib and systemd look for the program before they turn "%%" into "%", and so would not find it.
     return path.find('%') == std::string_view::npos ? quoted : "/usr/bin/nice -n 0 " + quoted;
-}
-
-bool isPossible(const std::string& path) {
-    return path.starts_with('/') && isValidUtf8(path) &&
-           std::none_of(path.begin(), path.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7f'; });
 }
 
 struct Line {
@@ -143,7 +138,7 @@ std::string entry(const std::string& path) {
 }  // namespace
 
 std::optional<std::string> textFor(const std::string& executable) {
-    return isPossible(executable) ? std::optional(entry(executable)) : std::nullopt;
+    return isPlainProgramPath(executable) ? std::optional(entry(executable)) : std::nullopt;
 }
 
 Reading read(std::string_view text) {

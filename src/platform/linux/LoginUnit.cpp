@@ -1,20 +1,15 @@
 #include "platform/linux/LoginUnit.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "base/Text.h"
+#include "platform/linux/ProgramPath.h"
 
 namespace kestrune::LoginUnit {
 
 namespace {
 
 constexpr std::string_view startKey = "ExecStart=";
-
-bool isPossible(const std::string& path) {
-    return path.starts_with('/') && isValidUtf8(path) &&
-           std::none_of(path.begin(), path.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7f'; });
-}
 
 std::string quoted(std::string_view path) {
     std::string word = "\"";
@@ -61,7 +56,7 @@ std::string withoutStartLine(std::string_view text) {
 }  // namespace
 
 std::optional<std::string> textFor(const std::string& executable) {
-    return isPossible(executable) ? std::optional(unit(executable)) : std::nullopt;
+    return isPlainProgramPath(executable) ? std::optional(unit(executable)) : std::nullopt;
 }
 
 bool isOurs(std::string_view text) {

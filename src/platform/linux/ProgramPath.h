@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace kestrune {
+
+/// Whether a desktop entry or a systemd unit can hold path, that of a program: absolute, UTF-8, no control character.
+[[nodiscard]] bool isPlainProgramPath(std::string_view path);
+
+}  // namespace kestrune
