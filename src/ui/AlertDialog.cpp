@@ -194,7 +194,7 @@ QLayout* AlertDialog::makeButtons(const std::vector<std::string>& titles) {
     row->setContentsMargins(Mirror::margins(*this, 0, 0, ScrollThumb::breadth(), 0));
     row->setSpacing(8);
     row->addStretch(1);
-    // KDE and Windows put the default first, everybody else at the right.
+    // KDE puts the default first, everybody else at the right.
     const int layout = style()->styleHint(QStyle::SH_DialogButtonLayout, nullptr, this);
     const bool defaultFirst = layout == QDialogButtonBox::KdeLayout;
     m_buttons.resize(titles.size());

@@ -102,7 +102,7 @@ QLayout* UpdateWindow::makeButtons() {
     row->setSpacing(buttonGap);
     row->addWidget(m_quiet);
     row->addStretch(1);
-    // KDE and Windows put the default first, everybody else at the right.
+    // KDE puts the default first, everybody else at the right.
     const int layout = style()->styleHint(QStyle::SH_DialogButtonLayout, nullptr, this);
     const bool defaultFirst = layout == QDialogButtonBox::KdeLayout;
     row->addWidget(defaultFirst ? m_primary : m_secondary);
