@@ -56,7 +56,10 @@ TEST_F(SystemEngineLoginTest, firstLaunchThatCannotSaveItsKeyStillTurnsItOn) {
 TEST_F(SystemEngineLoginTest, keyIsSetBeforeAnythingIsToggled) {
     loginItem.refuses = true;
     loginItem.agentFails = true;
+    std::optional<bool> keyAtTheChange;
+    loginItem.whenChanging = [&] { keyAtTheChange = preferences.boolean(key); };
     engine.ensureLaunchAtLoginOnFirstLaunch();
+    EXPECT_EQ(keyAtTheChange, true);
     EXPECT_EQ(preferences.boolean(key), true);
     EXPECT_FALSE(engine.isLaunchAtLoginEnabled());
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/LoginItem.h"
 
 namespace kestrune {
@@ -11,6 +13,9 @@ public:
 
     bool setRegistered(bool on) override {
         ++changes;
+        if (whenChanging) {
+            whenChanging();
+        }
         if (refuses) {
             return false;
         }
@@ -34,6 +39,7 @@ public:
     bool refuses = false;  ///< the list cannot be changed
     bool agentFails = false;
     int changes = 0;
+    std::function<void()> whenChanging = {};  ///< called when the list is to change, before it does
 };
 
 }  // namespace kestrune
