@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -129,6 +130,20 @@ TEST_F(ArchiveFileTest, othersCanNoLongerWriteIntoTheFolder) {
     const ArchiveFile archive(m_cache, "deb");
     EXPECT_EQ(archive.failure(), std::nullopt);
     EXPECT_EQ(modeOf(m_cache), 0700U);
+}
+
+TEST_F(ArchiveFileTest, aFolderThatOthersCouldReplaceIsNotUsed) {
+    fs::create_directories(m_cache);
+    const std::string above = fs::path(m_cache).parent_path();
+    ASSERT_EQ(::chmod(above.c_str(), 0777), 0);
+    EXPECT_EQ(ArchiveFile(m_cache, "AppImage").failure()->reason, FetchReason::folderUnusable);
+    ASSERT_EQ(::chmod(above.c_str(), 01777), 0);
+    EXPECT_EQ(ArchiveFile(m_cache, "AppImage").failure(), std::nullopt);
+    if (::geteuid() == 0) {
+        constexpr uid_t nobody = 65'534;
+        ASSERT_EQ(::chown(above.c_str(), nobody, nobody), 0);
+        EXPECT_EQ(ArchiveFile(m_cache, "AppImage").failure()->reason, FetchReason::folderUnusable);
+    }
 }
 
 TEST_F(ArchiveFileTest, aFullDiskIsTold) {

@@ -27,6 +27,14 @@ FetchFailure writeFailure(int error) {
     return {isFull ? FetchReason::diskFull : FetchReason::fileUnwritable, {}};
 }
 
+/// Whether nobody but the user and root can put another folder in the place of this one.
+bool isKeptInPlace(int folder) {
+    struct stat above {};
+
+    return ::fstatat(folder, "..", &above, 0) == 0 && (above.st_uid == ::geteuid() || above.st_uid == 0) &&
+           ((above.st_mode & S_IWOTH) == 0 || (above.st_mode & S_ISVTX) != 0);
+}
+
 bool isLocked(int folder) {
     return ::flock(folder, LOCK_EX | LOCK_NB) != 0;
 }
@@ -68,7 +76,8 @@ ArchiveFile::~ArchiveFile() {
 }
 
 /// The folder has to be the user's own and nobody else's to write in: whoever may rename in it could put another file
-/// in the place of a verified one.
+/// in the place of a verified one. The same goes for the folder it lies in, which a cache folder that several people
+/// share may already have held.
 bool ArchiveFile::openFolder(const std::string& folder) {
     LinuxMissingFolders missing(folder + "/" + m_name);
     if (!missing.made()) {
@@ -80,7 +89,7 @@ bool ArchiveFile::openFolder(const std::string& folder) {
     struct stat status {};
 
     return m_parent && ::fstat(m_parent.get(), &status) == 0 && status.st_uid == ::geteuid() &&
-           ::fchmod(m_parent.get(), S_IRWXU) == 0;
+           isKeptInPlace(m_parent.get()) && ::fchmod(m_parent.get(), S_IRWXU) == 0;
 }
 
 void ArchiveFile::removeStaleFolders() const {
