@@ -99,7 +99,7 @@ def test_with_nothing_newer_it_says_so(app, publisher, home):
     wait(lambda: 'kestrune_update_last_check' in home.preferences(), 'the stored time')
 
 
-def test_a_version_that_was_withdrawn_is_marked_no_longer(app, start, publisher):
+def test_a_version_that_was_withdrawn_is_not_found_at_the_next_start(app, start, publisher):
     check(app)
     press(app, 'Remind Me Later')
     app.stop()
