@@ -63,8 +63,6 @@ protected:
 
     void setFooter(QWidget* footer);
 
-    [[nodiscard]] int sideMargin() const { return m_margin; }
-
 private:
     /// The button that lists processes anew.
     void addRefreshButton();

@@ -12,7 +12,6 @@
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessRunner.h"
-#include "platform/linux/LinuxRunningPrograms.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxVolumeInfo.h"
 #include "tests/fakes/FakeDockTile.h"
