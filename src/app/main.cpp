@@ -48,6 +48,12 @@ void printMenu() {
     }
 }
 
+/// Where people download the program. What stands there until whoever builds it names a site is a text like any other.
+std::string downloadHost() {
+    static constexpr std::string_view unnamed = kestrune::localizable("your software centre");
+    return KESTRUNE_DOWNLOAD_HOST == unnamed ? kestrune::localized(unnamed) : std::string(KESTRUNE_DOWNLOAD_HOST);
+}
+
 /// The toolkit's own texts and the side that lines begin on, in the program's language.
 void translateToolkit(const std::string& language) {
     static QTranslator toolkitTexts;
@@ -86,7 +92,7 @@ int main(int argc, char** argv) {
 
     kestrune::Application application(
         {.updates = {KESTRUNE_FEED_URL, KESTRUNE_FEED_KEY, {}},
-         .downloadHost = KESTRUNE_DOWNLOAD_HOST,
+         .downloadHost = downloadHost(),
          .helpPages = {KESTRUNE_HELP_PAGE, KESTRUNE_UPDATE_HELP_PAGE, KESTRUNE_RELEASE_NOTES_PAGE}});
     application.start();
     return QApplication::exec();

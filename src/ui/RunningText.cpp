@@ -18,7 +18,15 @@ QString memory(std::int64_t megabytes) {
 }
 
 QString cpu(const std::string& percent) {
-    return percent.empty() ? QString() : translated("%1% CPU", {shown(percent)});
+    if (percent.empty()) {
+        return {};
+    }
+    const std::size_t point = percent.find('.');
+    const QString figure =
+        point == std::string::npos
+            ? shown(percent)
+            : translated("%1.%2", {shown(percent.substr(0, point)), shown(percent.substr(point + 1))});
+    return translated("%1% CPU", {figure});
 }
 
 QString ports(const std::vector<std::string>& listeners) {

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
+#include "base/Localized.h"
+
 namespace kestrune {
 
 TEST(RunningText, memoryIsGroupedByThousands) {
@@ -14,7 +18,16 @@ TEST(RunningText, memoryIsGroupedByThousands) {
 TEST(RunningText, processorShareStandsAsItIsListed) {
     EXPECT_EQ(RunningText::cpu("12.5"), QStringLiteral("12.5% CPU"));
     EXPECT_EQ(RunningText::cpu("1600.0"), QStringLiteral("1600.0% CPU"));
+    EXPECT_EQ(RunningText::cpu("3"), QStringLiteral("3% CPU"));
     EXPECT_EQ(RunningText::cpu(""), QString());
+}
+
+TEST(RunningText, processorShareHasTheDecimalMarkOfTheLanguage) {
+    setTranslation(
+        {[](const char* english) { return std::string_view(english) == "%1.%2" ? "%1,%2" : english; }, nullptr});
+    const QString shown = RunningText::cpu("12.5");
+    setTranslation({});
+    EXPECT_EQ(shown, QStringLiteral("12,5% CPU"));
 }
 
 TEST(RunningText, portsStandOnOneLineInTheirOrder) {
