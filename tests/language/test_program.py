@@ -45,6 +45,15 @@ class Program(unittest.TestCase):
     def test_a_language_without_catalogue_is_english(self):
         self.assertEqual(menu(), menu(LANGUAGE="tlh", LANG="C.UTF-8"))
 
+    def test_a_language_never_leads_to_a_catalogue_elsewhere(self):
+        with tempfile.TemporaryDirectory() as place:
+            catalogue = pathlib.Path(place) / "LC_MESSAGES/kestrune.mo"
+            catalogue.parent.mkdir()
+            content = (LOCALE / "de/LC_MESSAGES/kestrune.mo").read_bytes()
+            catalogue.write_bytes(content.replace(GERMAN.encode(), GERMAN.upper().encode()))
+            elsewhere = "../" * 32 + place.lstrip("/")
+            self.assert_german(menu(LANGUAGE=f"{elsewhere}:de", LANG="C.UTF-8"))
+
     def test_the_menu_has_the_same_shape_in_every_language(self):
         def shape(text):
             return [line == "---" for line in text.splitlines()]

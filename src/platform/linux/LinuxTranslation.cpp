@@ -126,6 +126,10 @@ std::string install(std::string folder) {
     if (name.empty()) {
         return "";
     }
+    if (environment.languages.find('/') != std::string::npos) {
+        // gettext would take such a name for a path, and a catalogue from wherever that leads.
+        setenv("LANGUAGE", name.c_str(), 1);
+    }
     textLocale() = openTextLocale(environment);
     if (textLocale() == nullptr || bindtextdomain(domain, folder.c_str()) == nullptr ||
         bind_textdomain_codeset(domain, "UTF-8") == nullptr) {
