@@ -172,6 +172,15 @@ TEST_F(LinuxLoginItemTest, pathThatNoEntryCanHoldIsRefused) {
     }
 }
 
+TEST_F(LinuxLoginItemTest, unitForAProgramThatIsGoneIsRefused) {
+    const std::string path = program("plain");
+    LinuxLoginItem login = item(path);
+    fs::remove(path);
+    EXPECT_FALSE(login.setAgentInstalled(true));
+    EXPECT_FALSE(login.isAgentInstalled());
+    EXPECT_FALSE(fs::exists(unit));
+}
+
 TEST_F(LinuxLoginItemTest, unitIsLinkedAndTakenAwayAgain) {
     LinuxLoginItem login = item(program("plain"));
     EXPECT_FALSE(login.isAgentInstalled());

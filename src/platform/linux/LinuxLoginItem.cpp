@@ -129,7 +129,7 @@ bool LinuxLoginItem::setAgentInstalled(bool on) {
 
 bool LinuxLoginItem::writeUnit() {
     const std::optional<std::string> text = LoginUnit::textFor(m_executable);
-    return text && m_files.replace(m_unit, *text);
+    return text && isProgram(m_executable) && m_files.replace(m_unit, *text);
 }
 
 bool LinuxLoginItem::linkUnit() {
