@@ -16,6 +16,9 @@ namespace {
 namespace fs = std::filesystem;
 
 const std::string program = "/usr/bin/kestrune";
+const std::string oldBytes =
+    "\x7F"
+    "ELF old";
 const std::string newBytes =
     "\x7F"
     "ELF new";
@@ -30,7 +33,7 @@ protected:
     }
 
     TemporaryFolder m_folder;
-    const std::string m_image = m_folder.write("Kestrune.AppImage", "old");
+    const std::string m_image = m_folder.write("Kestrune.AppImage", oldBytes);
     const std::string m_list = m_folder.write("kestrune.list", "/.\n/usr\n/usr/bin\n/usr/bin/kestrune\n");
 };
 
@@ -67,7 +70,7 @@ TEST_F(LinuxUpdateInstallerTest, whatCannotBeInstalledIsToldAndStays) {
     ASSERT_TRUE(QTest::qWaitFor([&answer] { return answer.has_value(); }));
     ASSERT_FALSE(answer->ok());
     EXPECT_EQ(answer->error().code, UpdaterError::install);
-    EXPECT_EQ(TemporaryFolder::contentOf(m_image), "old");
+    EXPECT_EQ(TemporaryFolder::contentOf(m_image), oldBytes);
     EXPECT_TRUE(fs::exists(archive));
 }
 

@@ -102,6 +102,19 @@ TEST_F(AppImageReplacementTest, aProgramThatIsGoneIsNotMadeAnew) {
     EXPECT_FALSE(fs::exists(m_image));
 }
 
+TEST_F(AppImageReplacementTest, whatTookTheProgramsPlaceIsLeftAlone) {
+    const UpdaterError expected{UpdaterError::install,
+                                "The running program, " + m_image + ", is no longer in its place."};
+    m_folder.write("programs/Kestrune.AppImage", "a letter");
+    EXPECT_EQ(replaceAppImage(m_image, m_archive), expected);
+    EXPECT_EQ(TemporaryFolder::contentOf(m_image), "a letter");
+    const std::string letter = m_folder.write("letter", "another letter");
+    fs::remove(m_image);
+    fs::create_symlink(letter, m_image);
+    EXPECT_EQ(replaceAppImage(m_image, m_archive), expected);
+    EXPECT_EQ(TemporaryFolder::contentOf(letter), "another letter");
+}
+
 TEST_F(AppImageReplacementTest, aFullDiskLeavesTheOldOne) {
     const auto before = std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit{};
@@ -118,6 +131,7 @@ TEST_F(AppImageReplacementTest, aFullDiskLeavesTheOldOne) {
 
 TEST_F(AppImageReplacementTest, aFolderThatCannotBeWrittenToIsNamed) {
     fs::permissions(m_folder.path(), fs::perms::all);
+    ::chmod(m_image.c_str(), 0755);
     fs::permissions(m_folder.path("programs"),
                     fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
     const UpdaterError expected{

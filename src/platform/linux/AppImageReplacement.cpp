@@ -45,6 +45,10 @@ bool isProgram(int file) {
            std::string_view(start.data(), start.size()) == programMagic;
 }
 
+int opened(int folder, const std::string& path) {
+    return ::openat(folder, path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+}
+
 /// 0, or the errno.
 int copy(int from, int to) {
     while (true) {
@@ -62,7 +66,7 @@ int copy(int from, int to) {
 
 std::optional<UpdaterError> replaceAppImage(const std::string& appImage, const std::string& archive) {
     const std::string folder = LinuxFileViewer::enclosingFolder(appImage);
-    const LinuxFileDescriptor fresh(::open(archive.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const LinuxFileDescriptor fresh(opened(AT_FDCWD, archive));
     if (!fresh || !isProgram(fresh.get())) {
         return failed(localized("What was fetched is not a program, so the old version stays."));
     }
@@ -70,7 +74,8 @@ std::optional<UpdaterError> replaceAppImage(const std::string& appImage, const s
 
     struct stat old {};
 
-    if (!location || ::fstatat(location->folder.get(), location->name.c_str(), &old, AT_SYMLINK_NOFOLLOW) != 0) {
+    const LinuxFileDescriptor oldFile(location ? opened(location->folder.get(), location->name) : -1);
+    if (!oldFile || !isProgram(oldFile.get()) || ::fstat(oldFile.get(), &old) != 0) {
         return failed(localized("The running program, %1, is no longer in its place.", {appImage}));
     }
     LinuxTemporaryFile::removeLeftovers(*location);
