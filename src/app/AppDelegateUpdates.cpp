@@ -13,11 +13,11 @@ const std::string updateBadge = "↑";
 }  // namespace
 
 void AppDelegate::startUpdater() {
-    if (m_parts.updater.isConfigured()) {
-        m_parts.updater.start(*this);
-    } else {
+    if (!m_parts.updater.isConfigured()) {
         m_parts.store.updateStatus.set(noUpdatesText());
+        return;
     }
+    m_parts.updater.start(*this);
     m_parts.store.checkUpdates = [self = std::weak_ptr<AppDelegate*>(m_self)] {
         if (const auto delegate = self.lock()) {
             (*delegate)->checkUpdates();

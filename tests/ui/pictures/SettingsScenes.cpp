@@ -41,7 +41,7 @@ std::vector<SettingsScene> settingsScenes() {
             {"settings-unconfigured",
              [](StoreFixture& fixture) {
                  fixture.notificationCenter.authorization = NotificationAuthorization::denied;
-                 fixture.store().updateStatus.set("This copy does not look for updates. Your system updates it.");
+                 fixture.store().updateStatus.set("This build doesn’t look for updates. Get new versions from your software centre.");
              }},
             {"settings-purging",
              [](StoreFixture& fixture) {
