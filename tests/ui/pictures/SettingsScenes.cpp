@@ -41,7 +41,8 @@ std::vector<SettingsScene> settingsScenes() {
             {"settings-unconfigured",
              [](StoreFixture& fixture) {
                  fixture.notificationCenter.authorization = NotificationAuthorization::denied;
-                 fixture.store().updateStatus.set("This build doesn’t look for updates. Get new versions from your software centre.");
+                 fixture.store().updateStatus.set(
+                     "This build doesn’t look for updates. Get new versions from your software centre.");
              }},
             {"settings-purging",
              [](StoreFixture& fixture) {
