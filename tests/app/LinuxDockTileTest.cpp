@@ -75,7 +75,11 @@ TEST(LinuxDockTile, theSameBadgeIsToldOnce) {
 
 TEST(LinuxDockTile, aDockThatStartsLaterIsToldOfTheBadge) {
     LinuxDockTile tile;
-    tile.setBadgeLabel("↑");
+    {
+        const FakeDock earlier;
+        tile.setBadgeLabel("↑");
+        ASSERT_TRUE(earlier.hears(1));
+    }
     FakeDock dock;
     dock.takeTheServiceName();
     ASSERT_TRUE(dock.hears(1));
