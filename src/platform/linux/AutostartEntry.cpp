@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/Text.h"
+#include "platform/linux/DesktopEntryText.h"
 #include "platform/linux/ProgramPath.h"
 
 namespace kestrune::AutostartEntry {
@@ -15,13 +16,6 @@ constexpr std::string_view execKey = "Exec";
 constexpr std::string_view tryExecKey = "TryExec";
 constexpr std::string_view hiddenKey = "Hidden";
 constexpr std::string_view enabledKey = "X-GNOME-Autostart-enabled";
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 // Undoes the escapes \s and \\ of a string value; the others stand for characters that no path of ours has.
 std::string unescaped(std::string_view value) {
@@ -77,14 +71,14 @@ void forEachLine(std::string_view text, Visit visit) {
     bool isOfMainGroup = false;
     for (std::string& raw : split(text, '\n')) {
         Line line{std::move(raw)};
-        const std::string_view content = trimmed(line.text);
+        const std::string_view content = withoutBlanksAround(line.text);
         const std::size_t equals = content.find('=');
         if (content.starts_with('[')) {
             isOfMainGroup = content == mainGroup;
         } else if (isOfMainGroup && !content.starts_with('#') && equals != std::string_view::npos) {
             line.isOfMainGroup = true;
-            line.key = trimmed(content.substr(0, equals));
-            line.value = trimmed(content.substr(equals + 1));
+            line.key = withoutBlanksAround(content.substr(0, equals));
+            line.value = withoutBlanksAround(content.substr(equals + 1));
         }
         visit(line, content);
     }

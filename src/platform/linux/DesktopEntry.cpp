@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/Text.h"
+#include "platform/linux/DesktopEntryText.h"
 
 namespace kestrune {
 
@@ -26,13 +27,6 @@ struct Fields {
     bool isShown = true;
     bool isDeleted = false;
 };
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view{}
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 // Undoes the escapes of a string value: \s \n \t \r \\.
 std::string unescaped(std::string_view value) {
@@ -94,7 +88,7 @@ Fields readFields(std::string_view text, const std::vector<std::string>& languag
                                                                          {"StartupWMClass", &fields.windowClass}}};
     bool isMainGroup = false;
     for (const std::string& raw : split(text, '\n')) {
-        const std::string_view line = trimmed(raw);
+        const std::string_view line = withoutBlanksAround(raw);
         if (!line.empty() && line.front() == '[') {
             isMainGroup = line == "[Desktop Entry]";
             continue;
@@ -103,8 +97,8 @@ Fields readFields(std::string_view text, const std::vector<std::string>& languag
         if (!isMainGroup || equals == std::string_view::npos || equals == 0 || line.front() == '#') {
             continue;
         }
-        const std::string_view key = trimmed(line.substr(0, equals));
-        const std::string value = unescaped(trimmed(line.substr(equals + 1)));
+        const std::string_view key = withoutBlanksAround(line.substr(0, equals));
+        const std::string value = unescaped(withoutBlanksAround(line.substr(equals + 1)));
         for (const auto& [name, field] : kept) {
             if (key == name) {
                 *field = value;
