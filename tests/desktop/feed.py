@@ -32,8 +32,8 @@ class Publisher:
         openssl('req', '-x509', *new_key, '-keyout', folder / 'authority.key', '-out', self.authority,
                 '-subj', '/CN=Authority of the tests')
         openssl('req', *new_key[:3], '-keyout', folder / 'server.key', '-out', folder / 'server.csr',
-                '-subj', '/CN=localhost')
-        (folder / 'names').write_text('subjectAltName=DNS:localhost\n')
+                '-subj', '/CN=Server of the tests')
+        (folder / 'names').write_text('subjectAltName=IP:127.0.0.1\n')
         openssl('x509', '-req', '-days', '2', '-in', folder / 'server.csr', '-CA', self.authority,
                 '-CAkey', folder / 'authority.key', '-CAcreateserial', '-extfile', folder / 'names',
                 '-out', folder / 'server.pem')
@@ -73,7 +73,7 @@ class Publisher:
             self._thread = None
 
     def address(self, path):
-        return f'https://localhost:{self._server.server_address[1]}{path}'
+        return f'https://127.0.0.1:{self._server.server_address[1]}{path}'
 
     @property
     def environment(self):

@@ -448,7 +448,7 @@ class Feed(Probe):
         key, self.authority = self.home / "key.pem", self.home / "authority.pem"
         subprocess.run(
             ["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-days",
-             "2", "-subj", "/CN=localhost", "-addext", "subjectAltName=DNS:localhost", "-keyout", key, "-out",
+             "2", "-subj", "/CN=Server of the tests", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", key, "-out",
              self.authority], check=True, capture_output=True)
         context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
         context.load_cert_chain(self.authority, key)
@@ -464,12 +464,12 @@ class Feed(Probe):
             def log_message(self, *_):
                 pass
 
-        server = http.server.ThreadingHTTPServer(("localhost", 0), Handler)
+        server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
         server.socket = context.wrap_socket(server.socket, server_side=True)
         self.addCleanup(server.server_close)
         self.addCleanup(server.shutdown)
         threading.Thread(target=server.serve_forever, daemon=True).start()
-        self.url = f"https://localhost:{server.server_port}/"
+        self.url = f"https://127.0.0.1:{server.server_port}/"
 
     def sentences(self, *arguments):
         result = self.run_probe("feed", *arguments)
@@ -490,7 +490,7 @@ class Feed(Probe):
     def test_a_check_that_fails_says_why(self):
         for arguments, reason in (
                 ((self.url + "none", self.authority), "The server answered with the status 404."),
-                ((self.url + "feed",), "localhost showed a certificate that this system does not trust."),
+                ((self.url + "feed",), "127.0.0.1 showed a certificate that this system does not trust."),
                 ((self.url.replace("https", "http"),), "The address of the update is not a secure one (https).")):
             self.assertEqual(
                 self.sentences(*arguments),

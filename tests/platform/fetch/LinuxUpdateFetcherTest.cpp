@@ -158,7 +158,7 @@ TEST_F(LinuxUpdateFetcherTest, anArchiveThatIsNotThePublishersIsThrownAway) {
 TEST_F(LinuxUpdateFetcherTest, aConnectionThatIsLostLeavesNothing) {
     m_server.on("/kestrune.AppImage", TestHttpsServer::sending("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nby"));
     expectFailure(item("bytes"), UpdaterError::network,
-                  "The connection to localhost was lost before everything was here.");
+                  "The connection to 127.0.0.1 was lost before everything was here.");
 }
 
 TEST_F(LinuxUpdateFetcherTest, lettingGoEndsTheTransferAndTakesAwayWhatIsHere) {

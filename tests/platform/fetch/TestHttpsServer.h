@@ -28,7 +28,7 @@ public:
         listen(QHostAddress::LocalHost);
     }
 
-    [[nodiscard]] std::string url(const std::string& path, const std::string& host = "localhost") const {
+    [[nodiscard]] std::string url(const std::string& path, const std::string& host = "127.0.0.1") const {
         return "https://" + host + ":" + std::to_string(serverPort()) + path;
     }
 
