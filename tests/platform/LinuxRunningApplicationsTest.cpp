@@ -42,7 +42,10 @@ protected:
         sources.push_back(std::make_unique<FakeApplicationSource>(second));
         DesktopApplications installed(DesktopEntryFolders({entries.path()}),
                                       IconFiles({}, noThemes, {pictures.path()}));
-        return std::make_unique<LinuxRunningApplications>(std::move(sources), std::move(installed), procRoot);
+        auto made = std::make_unique<LinuxRunningApplications>(std::move(sources), std::move(installed), procRoot);
+        // Waits for the reading that began, which could meet an entry that a test has written half.
+        static_cast<void>(made->iconOf({}));
+        return made;
     }
 
     void addProcess(std::int32_t pid, std::uint64_t startTime, char state = 'S', uid_t owner = ::getuid(),
