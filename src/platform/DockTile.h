@@ -21,6 +21,10 @@ public:
 
     /// Marks the entry with a short text; empty takes the mark away.
     virtual void setBadgeLabel(const std::string& label) = 0;
+
+    /// Brings the program in front of the others, be none of its windows open. Nothing where that is the windows' own
+    /// affair.
+    virtual void activate() = 0;
 };
 
 }  // namespace kestrune

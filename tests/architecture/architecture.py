@@ -14,6 +14,7 @@ MAY_INCLUDE = {
     'platform': {'base'},
     'platform/linux': {'platform', 'base'},
     'platform/linux/fetch': {'platform/linux', 'platform', 'base'},
+    'platform/macos': {'platform', 'base'},
     'update': {'platform', 'base'},
     'engine': {'platform', 'base'},
     'explorer': {'platform', 'base'},
@@ -36,11 +37,11 @@ UI_RECORDS = {
 }
 
 MAY_USE_QT = {'ui', 'app', 'platform/linux', 'platform/linux/fetch'}
-MAY_USE_SYSTEM = {'platform/linux', 'platform/linux/fetch'}
+MAY_USE_SYSTEM = {'platform/linux', 'platform/linux/fetch', 'platform/macos'}
 SYSTEM_FILES = {'app/main.cpp'}
 LIBRARIES = {'workspace': re.compile(r'nlohmann/')}
 
-INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
+INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 STANDARD_HEADER = re.compile(r'^[a-z_0-9]+$')
 QT_HEADER = re.compile(r'^(Q[A-Z]|Qt[A-Z]|q[a-z]+\.h$)')
 SYSTEM_MACRO = re.compile(r'\b(__APPLE__|__linux__|__linux|__unix__|_WIN32|TARGET_OS_\w+|Q_OS_\w+)\b')
@@ -106,7 +107,7 @@ def shape_offences(path, text):
 
 
 def sources_below(folder):
-    return sorted(p for p in folder.rglob('*') if p.suffix in ('.cpp', '.h') and p.is_file())
+    return sorted(p for p in folder.rglob('*') if p.suffix in ('.cpp', '.mm', '.h') and p.is_file())
 
 
 def offences(project):

@@ -13,8 +13,11 @@ public:
 
     void setBadgeLabel(const std::string& label) override { badge = label; }
 
+    void activate() override { ++activations; }
+
     ActivationPolicy policy = ActivationPolicy::accessory;
     std::string badge;
+    int activations = 0;
 };
 
 }  // namespace kestrune

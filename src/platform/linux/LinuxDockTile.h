@@ -16,6 +16,8 @@ public:
     void setActivationPolicy(ActivationPolicy policy) override;
     void setBadgeLabel(const std::string& label) override;
 
+    void activate() override {}
+
 private:
     void tell() const;
 
