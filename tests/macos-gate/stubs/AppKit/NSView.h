@@ -1,0 +1,11 @@
+// Hand-written from the documentation pages named below, for type checks away from a Mac; no real build sees it.
+#pragma once
+#import <AppKit/AppKitBase.h>
+
+NS_ASSUME_NONNULL_BEGIN
+@interface NSResponder : NSObject
+@end
+@interface NSView : NSResponder
+@property(nullable, copy) NSString* toolTip;
+@end
+NS_ASSUME_NONNULL_END

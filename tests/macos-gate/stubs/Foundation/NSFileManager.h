@@ -1,0 +1,13 @@
+// Hand-written from the documentation pages named below, for type checks away from a Mac; no real build sees it.
+#pragma once
+#import <Foundation/FoundationBase.h>
+
+NS_ASSUME_NONNULL_BEGIN
+@interface NSFileManager : NSObject
+@property(class, readonly, strong) NSFileManager* defaultManager;
+- (BOOL)fileExistsAtPath:(NSString*)path;
+- (BOOL)trashItemAtURL:(NSURL*)url
+      resultingItemURL:(NSURL* _Nullable __autoreleasing* _Nullable)outResultingURL
+                 error:(NSError* _Nullable* _Nullable)error API_AVAILABLE(macos(10.8));
+@end
+NS_ASSUME_NONNULL_END
