@@ -37,7 +37,7 @@ void AppDelegate::refresh() {
                     .isCleaning = store.isCleaning.get(),
                     .reminders = store.reminders.get(),
                     .updateAvailable = store.updateAvailable.get()});
-    m_parts.statusItem.update(m_menu);
+    m_parts.statusItem.update(m_menu.content());
 
     store.memoryPercent.set(memory.pct);
     store.availableMemoryGB.set(memory.freeMB * gibibytesPerMebibyte);

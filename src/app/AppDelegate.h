@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "app/StatusItem.h"
 #include "app/StatusMenuModel.h"
 #include "base/Published.h"
 #include "engine/SystemEngine.h"
 #include "platform/AlertPresenter.h"
 #include "platform/DockTile.h"
 #include "platform/MainQueue.h"
+#include "platform/StatusItem.h"
 #include "platform/Updater.h"
 #include "workspace/WorkspaceStore.h"
 

@@ -1,7 +1,6 @@
 #include "app/Application.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
@@ -18,6 +17,7 @@
 #include "ui/Motion.h"
 #include "ui/Theme.h"
 #include "ui/UpdateWindow.h"
+#include "update/StandardUpdater.h"
 
 namespace kestrune {
 
@@ -77,29 +77,15 @@ Application::Application(BuildSettings settings)
                m_clock,
                [](const std::string& label) { return std::make_unique<ThreadSerialQueue>(label); },
                m_settings.helpPages}),
-      m_tray(QDBusConnection::sessionBus(), {[this](MenuAction action) { m_delegate.perform(action); },
-                                             [this] {
-                                                 // Our own popup wears the desktop's colours like any window.
-                                                 prepareInterface();
-                                                 m_delegate.menuWillOpen();
-                                             },
-                                             [this] { m_delegate.applicationShouldHandleReopen(); }}),
+      m_statusItem(*m_services.statusItem),
       m_updatePresenter([this] { prepareInterface(); }),
-      m_updater({.source = m_settings.updates,
-                 .runningVersion = KESTRUNE_VERSION,
-                 .fetcher = *m_services.updateFetcher,
-                 .installer = *m_services.updateInstaller,
-                 .presenter = m_updatePresenter,
-                 .preferences = *m_services.preferences,
-                 .mainQueue = m_mainQueue,
-                 .clock = m_clock,
-                 .random = [] { return QRandomGenerator::global()->generate(); }}),
+      m_updater(makeUpdater()),
       m_delegate({.store = m_store,
                   .engine = m_engine,
                   .alerts = m_alerts,
                   .mainQueue = m_mainQueue,
-                  .statusItem = m_tray,
-                  .updater = m_updater,
+                  .statusItem = m_statusItem,
+                  .updater = *m_updater,
                   .dockTile = *m_services.dockTile,
                   .downloadHost = m_settings.downloadHost,
                   .activate = [this] { activate(); },
@@ -107,9 +93,8 @@ Application::Application(BuildSettings settings)
                   .showPorts = [this] { portWindow().present(); },
                   .isWindowVisible = [this] { return isOnScreen(m_window.get()); },
                   .isAnyWindowOpen = [this] { return isAnyWindowOpen(); },
-                  .exit = [] { QCoreApplication::exit(); }}),
-      m_instance(QDBusConnection::sessionBus(), [this] { m_delegate.applicationShouldHandleReopen(); }),
-      m_signals([this] { m_delegate.terminateAfterCurrentItem(); }) {
+                  .exit = [] { QCoreApplication::exit(); }}) {
+    m_services.terminationRequests->start([this] { m_delegate.terminateAfterCurrentItem(); });
     QCoreApplication::instance()->installEventFilter(this);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
 }
@@ -120,7 +105,8 @@ Application::~Application() {
 }
 
 void Application::start() {
-    m_instance.acquire([this](SingleInstance::Outcome outcome) {
+    const auto reopen = [this] { m_delegate.applicationShouldHandleReopen(); };
+    m_services.singleInstance->acquire(reopen, [this](SingleInstance::Outcome outcome) {
         switch (outcome) {
             case SingleInstance::Outcome::first:
                 return launch();
@@ -132,6 +118,23 @@ void Application::start() {
     });
 }
 
+/// The system's own where there is one.
+std::unique_ptr<Updater> Application::makeUpdater() {
+    if (m_services.updater) {
+        return std::move(m_services.updater);
+    }
+    return std::make_unique<StandardUpdater>(
+        StandardUpdaterParts{.source = m_settings.updates,
+                             .runningVersion = KESTRUNE_VERSION,
+                             .fetcher = *m_services.updateFetcher,
+                             .installer = *m_services.updateInstaller,
+                             .presenter = m_updatePresenter,
+                             .preferences = *m_services.preferences,
+                             .mainQueue = m_mainQueue,
+                             .clock = m_clock,
+                             .random = [] { return QRandomGenerator::global()->generate(); }});
+}
+
 /// The program runs already, and hangs: a second one would work on the same files.
 void Application::refuseToLaunch() {
     m_engine.notify("Kestrune", localized("Kestrune is already running but doesn’t answer. Wait a moment, or end it in "
@@ -140,8 +143,16 @@ void Application::refuseToLaunch() {
 }
 
 void Application::launch() {
+    m_statusItem.start({.perform = [this](MenuAction action) { m_delegate.perform(action); },
+                        .menuWillOpen =
+                            [this] {
+                                // Our own popup wears the desktop's colours like any window.
+                                prepareInterface();
+                                m_delegate.menuWillOpen();
+                            },
+                        .toggleMenu = {},
+                        .unavailable = [this] { m_delegate.applicationShouldHandleReopen(); }});
     m_delegate.applicationDidFinishLaunching();
-    m_tray.start();
 }
 
 /// What every window and menu needs. It waits for the first one, because most of the time there is only the tray item.
@@ -183,6 +194,7 @@ WorkspaceWindow& Application::window() {
 }
 
 void Application::activate() {
+    m_services.dockTile->activate();
     QWidget* last = nullptr;
     for (QWidget* const window : windows()) {
         if (isOnScreen(window)) {

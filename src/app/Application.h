@@ -8,19 +8,16 @@
 #include "app/AppDelegate.h"
 #include "app/BuildSettings.h"
 #include "app/QtMainQueue.h"
-#include "app/SingleInstance.h"
-#include "app/TrayItem.h"
+#include "app/StatusItemWithPopup.h"
 #include "base/Clock.h"
 #include "engine/SystemEngine.h"
 #include "platform/PlatformServices.h"
-#include "platform/linux/TerminationSignals.h"
 #include "storage/DevCleaners.h"
 #include "ui/PortReviewWindow.h"
 #include "ui/QtAlertPresenter.h"
 #include "ui/QtFolderChooser.h"
 #include "ui/QtUpdatePresenter.h"
 #include "ui/WorkspaceWindow.h"
-#include "update/StandardUpdater.h"
 #include "workspace/WorkspaceStore.h"
 
 class QSessionManager;
@@ -43,6 +40,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    [[nodiscard]] std::unique_ptr<Updater> makeUpdater();
     void launch();
     void refuseToLaunch();
     void prepareInterface();
@@ -66,12 +64,10 @@ private:
     QtAlertPresenter m_alerts;
     QtFolderChooser m_folders;
     WorkspaceStore m_store;
-    TrayItem m_tray;
+    StatusItemWithPopup m_statusItem;
     QtUpdatePresenter m_updatePresenter;
-    StandardUpdater m_updater;
+    std::unique_ptr<Updater> m_updater;
     AppDelegate m_delegate;
-    SingleInstance m_instance;
-    TerminationSignals m_signals;
     bool m_interfacePrepared = false;
     bool m_desktopReducesMotion = false;
     bool m_sessionHasEnded = false;  ///< what asks to quit from now on asks for the last time

@@ -94,27 +94,30 @@ std::vector<MenuItem> statusMenu() {
 
 }  // namespace
 
-StatusMenuModel::StatusMenuModel() : m_items(statusMenu()) {
+StatusMenuModel::StatusMenuModel() {
+    m_content.menu = statusMenu();
 }
 
 void StatusMenuModel::refresh(const StatusMenuState& state) {
     const std::string percent = localized("%1%", {std::to_string(state.memoryPercent)});
-    m_state = state;
-    m_title = (state.updateAvailable ? "🧹 ↑ " : "🧹 ") + percent;
-    m_tooltip = state.updateAvailable ? localized("Kestrune · Memory usage %1 · Update available", {percent})
-                                      : localized("Kestrune · Memory usage %1", {percent});
+    m_content.memoryPercent = state.memoryPercent;
+    m_content.updateAvailable = state.updateAvailable;
+    m_content.title = (state.updateAvailable ? "🧹 ↑ " : "🧹 ") + percent;
+    m_content.tooltip = state.updateAvailable ? localized("Kestrune · Memory usage %1 · Update available", {percent})
+                                              : localized("Kestrune · Memory usage %1", {percent});
 
-    m_items[resourceItem].title =
+    std::vector<MenuItem>& items = m_content.menu;
+    items[resourceItem].title =
         localized("Memory %1 · %2 GB disk available", {percent, std::to_string(state.freeDiskGB)});
-    m_items[resultItem].hidden = !state.message.has_value();
-    m_items[resultItem].title = state.message.value_or(std::string{});
-    m_items[quickItem].title =
+    items[resultItem].hidden = !state.message.has_value();
+    items[resultItem].title = state.message.value_or(std::string{});
+    items[quickItem].title =
         state.isScanning ? localized("🧹 Scanning Caches…") : localized("🧹 Clean Build Caches…");
-    m_items[dailyItem].checked = state.reminders;
+    items[dailyItem].checked = state.reminders;
     const bool idle = !state.isScanning && !state.isCleaning;
-    m_items[quickItem].enabled = idle;
-    m_items[savedItem].enabled = idle;
-    m_items[updateItem].title =
+    items[quickItem].enabled = idle;
+    items[savedItem].enabled = idle;
+    items[updateItem].title =
         state.updateAvailable ? localized("Update Available — Install…") : localized("Check for Updates…");
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/MenuItem.h"
+#include "platform/StatusItem.h"
 
 namespace kestrune {
 
@@ -30,22 +31,19 @@ public:
 
     void refresh(const StatusMenuState& state);
 
-    [[nodiscard]] const std::vector<MenuItem>& items() const { return m_items; }
+    /// All of it, as a status item takes it. The title and the tooltip are empty before the first refresh.
+    [[nodiscard]] const StatusItemContent& content() const { return m_content; }
 
-    /// "🧹 63%", or "🧹 ↑ 63%" with an update waiting; empty before the first refresh.
-    [[nodiscard]] const std::string& title() const { return m_title; }
+    [[nodiscard]] const std::vector<MenuItem>& items() const { return m_content.menu; }
 
-    [[nodiscard]] const std::string& tooltip() const { return m_tooltip; }
+    [[nodiscard]] const std::string& title() const { return m_content.title; }
 
-    [[nodiscard]] const StatusMenuState& state() const { return m_state; }
+    [[nodiscard]] const std::string& tooltip() const { return m_content.tooltip; }
 
     bool operator==(const StatusMenuModel&) const = default;
 
 private:
-    std::vector<MenuItem> m_items;
-    std::string m_title;
-    std::string m_tooltip;
-    StatusMenuState m_state;
+    StatusItemContent m_content;
 };
 
 /// The titles of items, one a line, "---" for a separator.

@@ -15,7 +15,7 @@
 #include "app/Application.h"
 #include "app/StatusMenuModel.h"
 #include "base/Localized.h"
-#include "platform/linux/LinuxTranslation.h"
+#include "platform/ProgramStart.h"
 
 namespace {
 
@@ -75,12 +75,13 @@ int main(int argc, char** argv) {
     // A mask that takes the owner's own rights would leave a Trash and settings behind that nobody can open.
     // What it takes from others stays: a file manager started from here inherits it.
     umask(umask(0) & ~static_cast<mode_t>(S_IRWXU));
-    const std::string language = kestrune::LinuxTranslation::install();
+    const std::string language = kestrune::ProgramStart::installTranslation();
     if (hasArgument(argc, argv, "--dump-menu")) {
         printMenu();
         return 0;
     }
 
+    kestrune::ProgramStart::prepareForToolkit();
     QApplication::setApplicationName(QStringLiteral("kestrune"));
     QApplication::setApplicationVersion(QStringLiteral(KESTRUNE_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("com.torvandelsyn.kestrune"));

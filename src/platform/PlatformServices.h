@@ -22,18 +22,23 @@
 #include "platform/ProcessRunner.h"
 #include "platform/RunningApplications.h"
 #include "platform/RunningPrograms.h"
+#include "platform/SingleInstance.h"
+#include "platform/StatusItem.h"
 #include "platform/SystemTools.h"
+#include "platform/TerminationRequests.h"
 #include "platform/Trash.h"
 #include "platform/UpdateFetcher.h"
 #include "platform/UpdateInstaller.h"
+#include "platform/Updater.h"
 #include "platform/VolumeInfo.h"
 
 namespace kestrune {
 
-/// Everything the operating system provides. Members are never null.
+/// Everything the operating system provides. Members are never null where nothing else is said.
 struct PlatformServices {
     std::string homeDirectory;           ///< the account's home folder, its links resolved once
     std::int32_t processIdentifier = 0;  ///< of this program
+    bool hasGlobalMenuBar = false;       ///< one menu bar belongs to the program in front; windows have none
     std::unique_ptr<HostStatistics> hostStatistics;
     std::unique_ptr<PowerSources> powerSources;
     std::unique_ptr<VolumeInfo> volumeInfo;
@@ -55,8 +60,12 @@ struct PlatformServices {
     std::unique_ptr<LinkOpener> linkOpener;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<DockTile> dockTile;
-    std::unique_ptr<UpdateFetcher> updateFetcher;
-    std::unique_ptr<UpdateInstaller> updateInstaller;
+    std::unique_ptr<StatusItem> statusItem;
+    std::unique_ptr<SingleInstance> singleInstance;
+    std::unique_ptr<TerminationRequests> terminationRequests;
+    std::unique_ptr<Updater> updater;                  ///< the system's own; null where it brings none, and then
+    std::unique_ptr<UpdateFetcher> updateFetcher;      ///< the program looks for updates itself, with these two, which
+    std::unique_ptr<UpdateInstaller> updateInstaller;  ///< are null where they are not needed
 };
 
 /// Builds the services of the system this program was compiled for. Opens nothing that a later step may never need.

@@ -21,7 +21,7 @@ MAY_INCLUDE = {
     'storage': {'platform', 'base'},
     'workspace': {'engine', 'storage', 'explorer', 'platform', 'base'},
     'ui': {'workspace', 'base'},
-    'app': {'base', 'platform', 'platform/linux', 'engine', 'explorer', 'storage', 'update', 'workspace', 'ui'},
+    'app': {'base', 'platform', 'engine', 'explorer', 'storage', 'update', 'workspace', 'ui'},
 }
 
 # Records of deeper folders that the store publishes and the views therefore read.

@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <QDBusConnection>
 #include <QIcon>
 
 #include <cstdio>
@@ -29,7 +30,10 @@
 #include "platform/linux/LinuxProcessRunner.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxRunningPrograms.h"
+#include "platform/linux/LinuxSingleInstance.h"
+#include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LinuxSystemTools.h"
+#include "platform/linux/LinuxTerminationRequests.h"
 #include "platform/linux/LinuxTrash.h"
 #include "platform/linux/LinuxUpdateFetcher.h"
 #include "platform/linux/LinuxUpdateInstaller.h"
@@ -113,6 +117,9 @@ PlatformServices makePlatformServices() {
     services.loginItem = std::make_unique<LinuxLoginItem>(configHome(services.homeDirectory),
                                                           LinuxAccount::startedFile(), *services.fileStore);
     services.dockTile = std::make_unique<LinuxDockTile>();
+    services.statusItem = std::make_unique<LinuxStatusItem>(QDBusConnection::sessionBus());
+    services.singleInstance = std::make_unique<LinuxSingleInstance>(QDBusConnection::sessionBus());
+    services.terminationRequests = std::make_unique<LinuxTerminationRequests>();
     services.updateFetcher = std::make_unique<LinuxUpdateFetcher>(
         LinuxUpdateFetcher::programFor(folder), cacheHome(services.homeDirectory) + "/kestrune/updates");
     services.updateInstaller = std::make_unique<LinuxUpdateInstaller>(executable, LinuxAccount::startedFile());

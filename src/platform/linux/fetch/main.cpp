@@ -17,7 +17,7 @@
 #include "base/WholeNumber.h"
 #include "platform/linux/FetchMessages.h"
 #include "platform/linux/LinuxStatusFile.h"
-#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/LinuxTerminationRequests.h"
 #include "platform/linux/fetch/FetchTask.h"
 
 /// Reads one request from its standard input, answers on its standard output and ends; sooner when its standard input
@@ -105,7 +105,8 @@ int main(int argc, char** argv) {
     }
     QNetworkProxyFactory::setUseSystemConfiguration(true);
     auto task = std::make_unique<kestrune::FetchTask>(std::move(*request));
-    const kestrune::TerminationSignals signals([&task] { end(task, failed); });
+    kestrune::LinuxTerminationRequests termination;
+    termination.start([&task] { end(task, failed); });
     const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     // Nothing more is ever asked here: this is the end of the other side.
     QObject::connect(&input, &QSocketNotifier::activated, &loop, [&task] { end(task, failed); });

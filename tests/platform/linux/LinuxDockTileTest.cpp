@@ -4,7 +4,7 @@
 
 #include <QDBusArgument>
 
-#include "tests/app/TestBus.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

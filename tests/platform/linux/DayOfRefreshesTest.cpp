@@ -8,10 +8,11 @@
 #include <iterator>
 
 #include "app/AppDelegate.h"
-#include "app/TrayItem.h"
+#include "app/StatusItemWithPopup.h"
 #include "platform/linux/LinuxHostStatistics.h"
 #include "platform/linux/LinuxPowerSources.h"
 #include "platform/linux/LinuxProcessRunner.h"
+#include "platform/linux/LinuxStatusItem.h"
 #include "platform/linux/LinuxSystemTools.h"
 #include "platform/linux/LinuxVolumeInfo.h"
 #include "tests/fakes/FakeDockTile.h"
@@ -44,6 +45,7 @@ class Day final {
 public:
     Day() {
         m_world.preferences.setBoolean("kestrune_login_default_2_1", true);
+        m_statusItem.start({[](MenuAction) {}, [] {}, [] {}, [] {}});
         m_delegate.applicationDidFinishLaunching();
         settle();
     }
@@ -80,14 +82,15 @@ private:
         m_queues.push_back(queue.get());
         return queue;
     })};
-    TrayItem m_tray{QDBusConnection(QStringLiteral("no such connection")), {[](MenuAction) {}, [] {}, [] {}}};
+    LinuxStatusItem m_tray{QDBusConnection(QStringLiteral("no such connection"))};
+    StatusItemWithPopup m_statusItem{m_tray};
     FakeUpdater m_updater;
     FakeDockTile m_dockTile;
     AppDelegate m_delegate{{.store = m_store,
                             .engine = m_engine,
                             .alerts = m_world.alerts,
                             .mainQueue = m_world.mainQueue,
-                            .statusItem = m_tray,
+                            .statusItem = m_statusItem,
                             .updater = m_updater,
                             .dockTile = m_dockTile,
                             .downloadHost = {},

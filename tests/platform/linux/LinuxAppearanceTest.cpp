@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "tests/app/TestBus.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/LinuxTerminationRequests.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -37,7 +37,7 @@ void setHandlers(void (*handler)(int)) {
 
 }  // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> handler) {
+void LinuxTerminationRequests::start(std::function<void()> handler) {
     if (pipe(m_pipe.data()) != 0) {
         return;
     }
@@ -57,7 +57,7 @@ TerminationSignals::TerminationSignals(std::function<void()> handler) {
     setHandlers(&handle);
 }
 
-TerminationSignals::~TerminationSignals() {
+LinuxTerminationRequests::~LinuxTerminationRequests() {
     if (m_notifier) {
         setHandlers(SIG_DFL);
         m_notifier.reset();

@@ -1,4 +1,4 @@
-#include "app/StatusNotifierItem.h"
+#include "platform/linux/StatusNotifierItem.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
@@ -11,7 +11,7 @@
 
 #include <utility>
 
-#include "app/TrayIcon.h"
+#include "platform/linux/TrayIcon.h"
 
 namespace kestrune {
 

@@ -1,4 +1,4 @@
-#include "app/SingleInstance.h"
+#include "platform/linux/LinuxSingleInstance.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
@@ -25,16 +25,20 @@ constexpr uint nameExists = 3;
 
 }  // namespace
 
-SingleInstance::SingleInstance(QDBusConnection connection, std::function<void()> reopen)
-    : m_connection(std::move(connection)), m_reopen(std::move(reopen)) {
-    m_connection.registerVirtualObject(instancePath, this);
+LinuxSingleInstance::LinuxSingleInstance(QDBusConnection connection) : m_connection(std::move(connection)) {
 }
 
-SingleInstance::~SingleInstance() {
+LinuxSingleInstance::~LinuxSingleInstance() {
     m_connection.unregisterObject(instancePath);
 }
 
-void SingleInstance::acquire(std::function<void(Outcome)> answer) {
+void LinuxSingleInstance::acquire(std::function<void()> reopen, std::function<void(Outcome)> answer) {
+    m_reopen = std::move(reopen);
+    m_connection.registerVirtualObject(instancePath, this);
+    acquire(std::move(answer));
+}
+
+void LinuxSingleInstance::acquire(std::function<void(Outcome)> answer) {
     // Without a bus a call is never answered, not even with an error.
     if (!m_connection.isConnected()) {
         answer(Outcome::first);
@@ -49,7 +53,7 @@ void SingleInstance::acquire(std::function<void(Outcome)> answer) {
     });
 }
 
-void SingleInstance::requestName(std::function<void(bool isTaken)> answer) {
+void LinuxSingleInstance::requestName(std::function<void(bool isTaken)> answer) {
     QDBusMessage message =
         QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
                                        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
@@ -62,7 +66,7 @@ void SingleInstance::requestName(std::function<void(bool isTaken)> answer) {
     });
 }
 
-void SingleInstance::activateOther(const std::function<void(Outcome)>& answer) {
+void LinuxSingleInstance::activateOther(const std::function<void(Outcome)>& answer) {
     QDBusMessage message =
         QDBusMessage::createMethodCall(instanceName, instancePath, applicationInterface, QStringLiteral("Activate"));
     message << QVariantMap();
@@ -82,7 +86,7 @@ void SingleInstance::activateOther(const std::function<void(Outcome)>& answer) {
     });
 }
 
-QString SingleInstance::introspect(const QString& objectPath) const {
+QString LinuxSingleInstance::introspect(const QString& objectPath) const {
     Q_UNUSED(objectPath);
     return QStringLiteral(R"xml(<interface name="org.freedesktop.Application">
 <method name="Activate"><arg name="platform-data" type="a{sv}" direction="in"/></method>
@@ -90,7 +94,7 @@ QString SingleInstance::introspect(const QString& objectPath) const {
 )xml");
 }
 
-bool SingleInstance::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+bool LinuxSingleInstance::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
     if (message.interface() != applicationInterface || message.member() != QLatin1String("Activate")) {
         return false;
     }

@@ -1,11 +1,12 @@
-#include "app/DBusMenu.h"
+#include "platform/linux/DBusMenu.h"
 
 #include <gtest/gtest.h>
 
 #include <QDBusVariant>
 
-#include "app/DBusMenuTypes.h"
-#include "tests/app/TestBus.h"
+#include "app/StatusMenuModel.h"
+#include "platform/linux/DBusMenuTypes.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

@@ -10,7 +10,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/StatusMenuModel.h"
+#include "platform/MenuItem.h"
 
 namespace kestrune {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/LinuxTerminationRequests.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,10 @@
 
 namespace kestrune {
 
-TEST(TerminationSignals, eachSignalReachesTheEventLoop) {
+TEST(LinuxTerminationRequests, eachSignalReachesTheEventLoop) {
     int calls = 0;
-    const TerminationSignals signals([&] { ++calls; });
+    LinuxTerminationRequests requests;
+    requests.start([&] { ++calls; });
     int expected = 0;
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         std::raise(signal);
@@ -21,9 +22,10 @@ TEST(TerminationSignals, eachSignalReachesTheEventLoop) {
     }
 }
 
-TEST(TerminationSignals, theInterruptedCodeKeepsItsError) {
+TEST(LinuxTerminationRequests, theInterruptedCodeKeepsItsError) {
     constexpr int moreThanAPipeHolds = 70'000;
-    const TerminationSignals signals([] {});
+    LinuxTerminationRequests requests;
+    requests.start([] {});
     errno = ENOENT;
     for (int i = 0; i < moreThanAPipeHolds; ++i) {
         std::raise(SIGTERM);
@@ -31,9 +33,10 @@ TEST(TerminationSignals, theInterruptedCodeKeepsItsError) {
     EXPECT_EQ(errno, ENOENT);
 }
 
-TEST(TerminationSignals, theOldDispositionReturnsWithItsEnd) {
+TEST(LinuxTerminationRequests, theOldDispositionReturnsWithItsEnd) {
     {
-        const TerminationSignals signals([] {});
+        LinuxTerminationRequests requests;
+        requests.start([] {});
     }
     EXPECT_EXIT(std::raise(SIGTERM), ::testing::KilledBySignal(SIGTERM), "");
 }

@@ -1,4 +1,4 @@
-#include "app/TrayRegistration.h"
+#include "platform/linux/TrayRegistration.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>

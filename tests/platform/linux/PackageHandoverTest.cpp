@@ -6,8 +6,8 @@
 #include <memory>
 #include <optional>
 
-#include "tests/app/TestBus.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

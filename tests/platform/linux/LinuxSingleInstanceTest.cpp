@@ -1,4 +1,4 @@
-#include "app/SingleInstance.h"
+#include "platform/linux/LinuxSingleInstance.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-#include "tests/app/TestBus.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 
@@ -44,43 +44,44 @@ private:
     QDBusConnection m_connection = TestBus::instance().connect();
 };
 
-std::optional<Outcome> acquired(SingleInstance& instance) {
+std::optional<Outcome> acquired(
+    LinuxSingleInstance& instance, std::function<void()> reopen = [] {}) {
     std::optional<Outcome> answer;
-    instance.acquire([&](Outcome outcome) { answer = outcome; });
+    instance.acquire(std::move(reopen), [&](Outcome outcome) { answer = outcome; });
     static_cast<void>(QTest::qWaitFor([&] { return answer.has_value(); }));
     return answer;
 }
 
 }  // namespace
 
-TEST(SingleInstance, theFirstStartRunsAndALaterOneOnlyBringsItForward) {
+TEST(LinuxSingleInstance, theFirstStartRunsAndALaterOneOnlyBringsItForward) {
     int reopened = 0;
     const QDBusConnection connection = TestBus::instance().connect();
-    SingleInstance first(connection, [&] { ++reopened; });
-    SingleInstance second(TestBus::instance().connect(), [] {});
-    EXPECT_EQ(acquired(first), Outcome::first);
+    LinuxSingleInstance first(connection);
+    LinuxSingleInstance second(TestBus::instance().connect());
+    EXPECT_EQ(acquired(first, [&] { ++reopened; }), Outcome::first);
     EXPECT_EQ(reopened, 0);
     EXPECT_EQ(acquired(second), Outcome::otherCameForward);
     EXPECT_TRUE(QTest::qWaitFor([&] { return reopened == 1; }));
     QDBusConnection::disconnectFromBus(connection.name());
 }
 
-TEST(SingleInstance, withoutABusEveryStartIsTheFirst) {
-    SingleInstance instance(QDBusConnection(QStringLiteral("no such connection")), [] {});
+TEST(LinuxSingleInstance, withoutABusEveryStartIsTheFirst) {
+    LinuxSingleInstance instance(QDBusConnection(QStringLiteral("no such connection")));
     EXPECT_EQ(acquired(instance), Outcome::first);
 }
 
-TEST(SingleInstance, aFirstOneThatHangsIsTold) {
+TEST(LinuxSingleInstance, aFirstOneThatHangsIsTold) {
     const HangingInstance first;
-    SingleInstance second(TestBus::instance().connect(), [] {});
+    LinuxSingleInstance second(TestBus::instance().connect());
     EXPECT_EQ(acquired(second), Outcome::otherDoesNotAnswer);
 }
 
-TEST(SingleInstance, aFirstOneThatEndsBeforeItAnswersLeavesItsPlace) {
+TEST(LinuxSingleInstance, aFirstOneThatEndsBeforeItAnswersLeavesItsPlace) {
     auto first = std::make_unique<HangingInstance>();
     first->whenAsked = [&] { QTimer::singleShot(0, [&] { first.reset(); }); };
     const QDBusConnection connection = TestBus::instance().connect();
-    SingleInstance second(connection, [] {});
+    LinuxSingleInstance second(connection);
     EXPECT_EQ(acquired(second), Outcome::first);
     QDBusConnection::disconnectFromBus(connection.name());
 }

@@ -1,4 +1,4 @@
-#include "app/DBusMenu.h"
+#include "platform/linux/DBusMenu.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
@@ -6,7 +6,7 @@
 
 #include <utility>
 
-#include "app/DBusMenuTypes.h"
+#include "platform/linux/DBusMenuTypes.h"
 
 namespace kestrune {
 

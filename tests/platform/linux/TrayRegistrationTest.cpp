@@ -1,4 +1,4 @@
-#include "app/TrayRegistration.h"
+#include "platform/linux/TrayRegistration.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "tests/app/TestBus.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

@@ -1,4 +1,4 @@
-#include "app/DBusMenuTypes.h"
+#include "platform/linux/DBusMenuTypes.h"
 
 #include <QVariant>
 

@@ -9,8 +9,8 @@
 #include <csignal>
 #include <filesystem>
 
-#include "tests/app/TestBus.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

@@ -8,8 +8,8 @@
 
 #include <filesystem>
 
-#include "tests/app/TestBus.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 namespace {

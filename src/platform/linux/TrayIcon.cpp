@@ -1,4 +1,4 @@
-#include "app/TrayIcon.h"
+#include "platform/linux/TrayIcon.h"
 
 #include <QPainter>
 #include <QPainterPath>

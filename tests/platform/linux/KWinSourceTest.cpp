@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "tests/app/TestBus.h"
 #include "tests/fakes/FakeKWin.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

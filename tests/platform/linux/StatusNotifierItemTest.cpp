@@ -1,4 +1,4 @@
-#include "app/StatusNotifierItem.h"
+#include "platform/linux/StatusNotifierItem.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
-#include "tests/app/TestBus.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/app/TestBus.h"
+#include "tests/platform/linux/TestBus.h"
 
 namespace kestrune {
 
