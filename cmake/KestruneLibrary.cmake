@@ -7,7 +7,11 @@ target_compile_options(kestrune_flags INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
   -Wnon-virtual-dtor -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wextra-semi
   -ffunction-sections -fdata-sections -fstack-protector-strong)
-target_link_options(kestrune_flags INTERFACE -Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro,-z,now)
+if(KESTRUNE_SYSTEM STREQUAL "macos")
+  target_link_options(kestrune_flags INTERFACE -Wl,-dead_strip)
+else()
+  target_link_options(kestrune_flags INTERFACE -Wl,--gc-sections -Wl,--as-needed -Wl,-z,relro,-z,now)
+endif()
 if(KESTRUNE_SANITIZE)
   target_compile_options(kestrune_flags INTERFACE -fsanitize=${KESTRUNE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   # The vptr check asks the kernel through a pipe whether memory is readable, and so fails where descriptors run out.
@@ -28,10 +32,14 @@ target_compile_definitions(kestrune_qt_flags INTERFACE
   QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 # kestrune_library(<name> <folder below src/> [QT] LINKS <libraries>)
-# Compiles every .cpp of the folder itself (sub-folders are libraries of their own).
+# Compiles every .cpp of the folder itself (sub-folders are libraries of their own), on macOS every .mm as well.
 function(kestrune_library name folder)
   cmake_parse_arguments(ARG "QT" "" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+  if(KESTRUNE_SYSTEM STREQUAL "macos")
+    file(GLOB objective CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.mm)
+    list(APPEND sources ${objective})
+  endif()
   add_library(${name} STATIC ${sources})
   set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
   target_link_libraries(${name} PUBLIC kestrune_flags ${ARG_LINKS})

@@ -1,0 +1,28 @@
+# kestrune_info_plist(<output>): the bundle's Info.plist from the project's version and settings, in po/'s languages.
+function(kestrune_info_plist output)
+  file(GLOB languages RELATIVE ${PROJECT_SOURCE_DIR}/po ${PROJECT_SOURCE_DIR}/po/*.po)
+  set(localizations "")
+  foreach(language ${languages})
+    get_filename_component(language ${language} NAME_WE)
+    string(APPEND localizations "\t\t<string>${language}</string>\n")
+  endforeach()
+
+  # Without a feed the updater is told nothing, and the program does not look for updates. With one it looks once a day
+  # without asking first, as everywhere.
+  set(updater_keys "")
+  foreach(pair "SUFeedURL KESTRUNE_FEED_URL" "SUPublicEDKey KESTRUNE_FEED_KEY")
+    separate_arguments(pair)
+    list(GET pair 0 key)
+    list(GET pair 1 setting)
+    if(NOT "${${setting}}" STREQUAL "" AND NOT "${KESTRUNE_FEED_URL}" STREQUAL "")
+      string(REPLACE "&" "&amp;" value "${${setting}}")
+      string(REPLACE "<" "&lt;" value "${value}")
+      string(APPEND updater_keys "\t<key>${key}</key>\n\t<string>${value}</string>\n")
+    endif()
+  endforeach()
+  if(updater_keys)
+    string(PREPEND updater_keys "\n")
+    string(APPEND updater_keys "\t<key>SUEnableAutomaticChecks</key>\n\t<true/>\n")
+  endif()
+  configure_file(${PROJECT_SOURCE_DIR}/packaging/macos/Info.plist.in ${output} @ONLY)
+endfunction()
