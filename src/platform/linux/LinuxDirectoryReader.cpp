@@ -13,9 +13,6 @@ namespace kestrune {
 
 namespace {
 
-// Keeps "../../…" well below PATH_MAX.
-constexpr std::size_t levelsAtOnce = 1000;
-
 constexpr unsigned folderFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC;
 
 LinuxFileDescriptor openWith(int parent, const char* path, unsigned flags, unsigned resolve) {
@@ -113,29 +110,12 @@ LinuxFileDescriptor openFolderToWalk(const std::string& path) {
     return openQuietly(AT_FDCWD, path.c_str(), folderFlags, 0);
 }
 
-LinuxFileDescriptor openFolderBelow(int parent, const char* name) {
-    return openWithinMount(parent, name);
+LinuxFileDescriptor openFolderBelow(int parent, const char* path) {
+    return openWithinMount(parent, path);
 }
 
 LinuxFileDescriptor openFolderAgain(int descriptor) {
     return openWithinMount(descriptor, ".");
-}
-
-LinuxFileDescriptor openFolderAbove(int descriptor, std::size_t levels) {
-    LinuxFileDescriptor reached;
-    while (levels > 0) {
-        const std::size_t step = std::min(levels, levelsAtOnce);
-        std::string path;
-        for (std::size_t level = 0; level < step; ++level) {
-            path += "../";
-        }
-        reached = openWithinMount(reached ? reached.get() : descriptor, path.c_str());
-        if (!reached) {
-            break;
-        }
-        levels -= step;
-    }
-    return reached;
 }
 
 }  // namespace kestrune

@@ -60,14 +60,11 @@ private:
 /// Opens the folder a walk begins in; a link that leads to one is followed.
 [[nodiscard]] LinuxFileDescriptor openFolderToWalk(const std::string& path);
 
-/// Opens the folder `name` below parent for listing: no link is followed, no mount point entered, nothing but a folder
-/// opened. errno tells why when there is none; EXDEV is a mount point.
-[[nodiscard]] LinuxFileDescriptor openFolderBelow(int parent, const char* name);
+/// Opens the folder at path below (or, with "../", above) parent for listing: no link is followed, no mount point
+/// entered, nothing but a folder opened. errno tells why when there is none; EXDEV is a mount point.
+[[nodiscard]] LinuxFileDescriptor openFolderBelow(int parent, const char* path);
 
 /// Opens a folder once more: unlike a duplicated descriptor, it shares no position and no counter with the first.
 [[nodiscard]] LinuxFileDescriptor openFolderAgain(int descriptor);
-
-/// Opens the folder that lies this many levels above the one given, on the same mount.
-[[nodiscard]] LinuxFileDescriptor openFolderAbove(int descriptor, std::size_t levels);
 
 }  // namespace kestrune
