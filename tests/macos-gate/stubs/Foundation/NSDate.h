@@ -3,8 +3,13 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-@interface NSDate : NSObject <NSCopying>
+
+// developer.apple.com/documentation/foundation/nsdate
+@interface NSDate : NSObject <NSCopying, NSSecureCoding>
+// developer.apple.com/documentation/foundation/nsdate/timeintervalsince1970
 @property(readonly) NSTimeInterval timeIntervalSince1970;
-+ (instancetype)date;
+// developer.apple.com/documentation/foundation/nsdate/datewithtimeintervalsince1970:
++ (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)seconds;
 @end
+
 NS_ASSUME_NONNULL_END

@@ -3,8 +3,13 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-@interface NSUUID : NSObject <NSCopying>
+
+// developer.apple.com/documentation/foundation/nsuuid
+@interface NSUUID : NSObject <NSCopying, NSSecureCoding>
+// developer.apple.com/documentation/foundation/nsuuid/uuid
 + (instancetype)UUID;
+// developer.apple.com/documentation/foundation/nsuuid/uuidstring
 @property(readonly, copy) NSString* UUIDString;
 @end
+
 NS_ASSUME_NONNULL_END

@@ -3,14 +3,20 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+
+// developer.apple.com/documentation/foundation/userdefaults
 @interface NSUserDefaults : NSObject
+// developer.apple.com/documentation/foundation/userdefaults/standard
 @property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
-- (nullable instancetype)initWithSuiteName:(nullable NSString*)suitename
-    API_AVAILABLE(macos(10.9))NS_DESIGNATED_INITIALIZER;
-- (nullable id)objectForKey:(NSString*)key;
-- (BOOL)boolForKey:(NSString*)key;
-- (void)setBool:(BOOL)value forKey:(NSString*)key;
-- (void)setObject:(nullable id)value forKey:(NSString*)key;
-- (nullable NSArray<NSString*>*)stringArrayForKey:(NSString*)key;
+// developer.apple.com/documentation/foundation/userdefaults/init(suitename:)
+- (nullable instancetype)initWithSuiteName:(nullable NSString*)suitename API_AVAILABLE(macos(10.9))
+                                               __attribute__((objc_designated_initializer));
+// developer.apple.com/documentation/foundation/userdefaults/object(forkey:)
+- (nullable id)objectForKey:(NSString*)defaultName;
+// developer.apple.com/documentation/foundation/userdefaults/set(_:forkey:)
+- (void)setObject:(nullable id)value forKey:(NSString*)defaultName;
+// developer.apple.com/documentation/foundation/userdefaults/synchronize()
+- (BOOL)synchronize;
 @end
+
 NS_ASSUME_NONNULL_END
