@@ -5,10 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+
+#include "platform/ArgumentVector.h"
 
 namespace kestrune {
 
@@ -65,38 +66,21 @@ private:
     bool m_ok = false;
 };
 
-// An argument vector ends at a NUL byte, so a text that holds one would start something else than was asked for.
-bool canBePassed(const std::string& text) {
-    return text.find('\0') == std::string::npos;
-}
-
-// posix_spawn takes the vector as char* but writes to none of it.
-std::vector<char*> argumentVector(const std::string& executable, const std::vector<std::string>& arguments) {
-    std::vector<char*> vector;
-    vector.reserve(arguments.size() + 2);
-    vector.push_back(const_cast<char*>(executable.c_str()));  // NOLINT(cppcoreguidelines-pro-type-const-cast)
-    for (const std::string& argument : arguments) {
-        vector.push_back(const_cast<char*>(argument.c_str()));  // NOLINT(cppcoreguidelines-pro-type-const-cast)
-    }
-    vector.push_back(nullptr);
-    return vector;
-}
-
 }  // namespace
 
 std::optional<LinuxChildProcess> LinuxChildProcess::start(const std::string& executable,
                                                           const std::vector<std::string>& arguments,
                                                           LinuxFileDescriptor output) {
-    if (!canBePassed(executable) || !std::all_of(arguments.begin(), arguments.end(), canBePassed)) {
+    const std::optional<std::vector<char*>> vector = argumentVector(executable, arguments);
+    if (!vector) {
         return std::nullopt;
     }
     pid_t pid = -1;
     {
         const SpawnFileActions actions(output.get());
         const SpawnAttributes attributes;
-        const std::vector<char*> vector = argumentVector(executable, arguments);
         if (actions.get() == nullptr || attributes.get() == nullptr ||
-            ::posix_spawn(&pid, executable.c_str(), actions.get(), attributes.get(), vector.data(), environ) != 0) {
+            ::posix_spawn(&pid, executable.c_str(), actions.get(), attributes.get(), vector->data(), environ) != 0) {
             return std::nullopt;
         }
     }

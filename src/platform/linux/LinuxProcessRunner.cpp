@@ -4,43 +4,29 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
+
+#include "platform/ProcessDeadlines.h"
 
 namespace kestrune {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-Clock::time_point after(Clock::time_point start, double seconds) {
-    return start + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
-}
-
-// Rounded up, so that a wait does not end just before its limit and spin.
-int millisecondsUntil(Clock::time_point time, Clock::time_point now) {
-    return static_cast<int>(
-        std::chrono::ceil<std::chrono::milliseconds>(std::max(time - now, Clock::duration{})).count());
-}
+using Clock = ProcessDeadlines::Clock;
 
 // One run from its start to the moment its caller may go on.
 class Run final {
 public:
-    Run(const LinuxChildProcess& child, LinuxFileDescriptor pipe, Clock::time_point start, const ProcessLimits& limits)
-        : m_child(child),
-          m_pipe(std::move(pipe)),
-          m_steps{{{after(start, limits.terminateAfterSeconds), SIGTERM},
-                   {after(start, limits.killAfterSeconds), SIGKILL}}},
-          m_abandonAt(after(start, limits.abandonAfterSeconds)) {}
+    Run(const LinuxChildProcess& child, LinuxFileDescriptor pipe, ProcessDeadlines deadlines)
+        : m_child(child), m_pipe(std::move(pipe)), m_deadlines(deadlines) {}
 
     // Returns when the process has ended and nobody holds the pipe any more, or when the last limit is reached.
     void wait() {
         while (!m_status || m_pipe) {
             const Clock::time_point now = Clock::now();
-            if (now >= m_abandonAt) {
+            if (m_deadlines.isOver(now)) {
                 return;
             }
             waitForEvent(now);
@@ -53,25 +39,16 @@ public:
     [[nodiscard]] std::string takeOutput() { return std::move(m_output); }
 
 private:
-    struct Step {
-        Clock::time_point time;
-        int signal;
-    };
-
     void waitForEvent(Clock::time_point now) {
-        Clock::time_point wakeAt = m_abandonAt;
         if (!m_status) {
-            while (m_nextStep < m_steps.size() && now >= m_steps[m_nextStep].time) {
-                m_child.signal(m_steps[m_nextStep].signal);
-                ++m_nextStep;
-            }
-            if (m_nextStep < m_steps.size()) {
-                wakeAt = std::min(wakeAt, m_steps[m_nextStep].time);
+            while (const std::optional<int> signal = m_deadlines.takeDueSignal(now)) {
+                m_child.signal(*signal);
             }
         }
+        const int longest = static_cast<int>(m_deadlines.untilNext(m_status.has_value(), now).count());
         // poll passes over negative descriptors.
         std::array<pollfd, 2> watched{{{m_pipe.get(), POLLIN, 0}, {m_status ? -1 : m_child.descriptor(), POLLIN, 0}}};
-        if (::poll(watched.data(), watched.size(), millisecondsUntil(wakeAt, now)) <= 0) {
+        if (::poll(watched.data(), watched.size(), longest) <= 0) {
             return;
         }
         if (watched[0].revents != 0) {
@@ -93,9 +70,7 @@ private:
 
     const LinuxChildProcess& m_child;
     LinuxFileDescriptor m_pipe;
-    std::array<Step, 2> m_steps;
-    std::size_t m_nextStep = 0;
-    Clock::time_point m_abandonAt;
+    ProcessDeadlines m_deadlines;
     std::optional<std::int32_t> m_status;
     std::string m_output;
     std::array<char, 65536> m_chunk;  // what a pipe holds
@@ -125,12 +100,12 @@ ProcessResult LinuxProcessRunner::run(const std::string& executable, const std::
     if (::fcntl(reading.get(), F_SETFL, O_NONBLOCK) != 0) {
         return {};
     }
-    const Clock::time_point start = Clock::now();
+    const ProcessDeadlines deadlines(limits, Clock::now());
     std::optional<LinuxChildProcess> child = LinuxChildProcess::start(executable, arguments, std::move(writing));
     if (!child) {
         return {};
     }
-    Run run(*child, std::move(reading), start, limits);
+    Run run(*child, std::move(reading), deadlines);
     run.wait();
     const std::optional<std::int32_t> status = run.status();
     if (!status) {

@@ -1,0 +1,3 @@
+#pragma once
+
+char*** _NSGetEnviron();
