@@ -90,11 +90,13 @@ lay_out_framework() {
 
 prepare_sdk() {
   local sdk=$work/sdk folder name
-  mkdir -p "$sdk/$framework_root" "$sdk/usr/lib" "$sdk/opt/include" "$sdk/opt/lib" "$sdk/Sparkle" "$sdk/qt"
+  mkdir -p "$sdk/$framework_root" "$sdk/usr/lib" "$sdk/usr/include" "$sdk/opt/include" "$sdk/opt/lib" "$sdk/Sparkle" "$sdk/qt"
   for folder in "$here"/stubs/*/; do
     name=$(basename -- "$folder")
     case $name in
       libintl) ln -sfn "$folder/libintl.h" "$sdk/opt/include/libintl.h" ;;
+      # C headers of the system that the package lacks.
+      [[:lower:]]*) ln -sfn "$folder" "$sdk/usr/include/$name" ;;
       Sparkle) lay_out_framework Sparkle "$sdk/Sparkle" ;;
       *) lay_out_framework "$name" "$sdk/$framework_root" ;;
     esac
@@ -121,7 +123,7 @@ system_flags() { # architecture
   echo "-target $1-apple-macos$oldest -nostdinc -nostdinc++ -isystem $work/darwin/libcxx-config" \
     "-isystem $work/darwin/libcxx -isystem /usr/lib/llvm-$llvm/lib/clang/$llvm/include" \
     "-isystem $work/darwin/include/$libc-macos.13-none -isystem $work/darwin/include/any-macos.13-any" \
-    "-isystem $work/darwin/include/any-macos-any -iframework $work/sdk/$framework_root" \
+    "-isystem $work/darwin/include/any-macos-any -isystem $work/sdk/usr/include -iframework $work/sdk/$framework_root" \
     "-Wnullable-to-nonnull-conversion -Wunguarded-availability-new -Wno-nullability-extension" \
     "-Wno-unused-command-line-argument"
 }

@@ -27,3 +27,4 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT "--ld-path=/usr/bin/ld64.lld-${KESTRUNE_GATE_LLV
 # Qt's package files and generators are the installed ones; everything else is what gate.sh laid out.
 set(CMAKE_LIBRARY_ARCHITECTURE x86_64-linux-gnu)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/stand-in-tool.sh)

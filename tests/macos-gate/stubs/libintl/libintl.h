@@ -1,11 +1,19 @@
 // Hand-written from the documentation pages named below, for type checks away from a Mac; no real build sees it.
+// The library renames its functions, so that they can stand beside others of the same name.
 #pragma once
 
 #if defined(__cplusplus)
 extern "C" {
 #endif
-// gnu.org/software/gettext/manual/html_node/Interface-to-gettext.html
-char* dgettext(const char* domain, const char* text) __attribute__((format_arg(2)));
+// huge-man-linux.net/man3/dgettext.html
+char* dgettext(const char* domainname, const char* msgid) __attribute__((format_arg(2))) __asm__("_libintl_dgettext");
+// huge-man-linux.net/man3/dngettext.html (page not seen)
+char* dngettext(const char* domainname, const char* msgid, const char* msgid_plural, unsigned long int n)
+    __attribute__((format_arg(2), format_arg(3))) __asm__("_libintl_dngettext");
+// huge-man-linux.net/man3/bindtextdomain.html (page not seen)
+char* bindtextdomain(const char* domainname, const char* dirname) __asm__("_libintl_bindtextdomain");
+// gnu.org/software/gettext/manual/html_node/Charset-conversion.html
+char* bind_textdomain_codeset(const char* domainname, const char* codeset) __asm__("_libintl_bind_textdomain_codeset");
 #if defined(__cplusplus)
 }
 #endif
