@@ -279,17 +279,6 @@ TEST(LinuxPreferences, theStandardFileLiesInTheConfigurationFolder) {
     EXPECT_EQ("/c/kestrune/my.suite-1_2.json", LinuxPreferences::standardPath("/c", "my.suite-1_2"));
 }
 
-TEST(LinuxPreferences, onlyPlainNamesNameASuite) {
-    for (const std::string& name : {std::string("a"), std::string("A.b-c_9"), std::string(64, 'x'), std::string("-")}) {
-        EXPECT_TRUE(LinuxPreferences::isPlainName(name)) << name;
-    }
-    for (const std::string& name :
-         {std::string(), std::string(65, 'x'), std::string(".hidden"), std::string(".."), std::string("a/b"),
-          std::string("a b"), std::string("\xC3\xA9"), std::string("a\0b", 3), std::string("preferences")}) {
-        EXPECT_FALSE(LinuxPreferences::isPlainName(name)) << name;
-    }
-}
-
 TEST(LinuxPreferencesDeathTest, aSuiteWithoutAPlainNameEndsTheProgram) {
     EXPECT_DEATH(static_cast<void>(LinuxPreferences::standardPath("/c", "../elsewhere")), "");
 }

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
+#include "platform/PreferenceSuite.h"
 #include "platform/linux/LinuxFileStore.h"
 #include "platform/linux/LinuxPreferences.h"
 #include "tests/probe/ProbeText.h"
@@ -24,7 +25,7 @@ constexpr std::string_view dateKey = "kestrune_last_scan_reminder";
 // The settings file of home, or nothing when the environment names a suite that cannot be.
 std::optional<std::string> settingsPath(const std::string& home) {
     const char* suite = std::getenv("KESTRUNE_TEST_SUITE");
-    if (suite != nullptr && !LinuxPreferences::isPlainName(suite)) {
+    if (suite != nullptr && !PreferenceSuite::isPlainName(suite)) {
         static_cast<void>(std::fprintf(stderr, "\"%s\" is no plain name for a settings suite.\n", suite));
         return std::nullopt;
     }

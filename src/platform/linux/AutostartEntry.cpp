@@ -5,7 +5,7 @@
 
 #include "base/Text.h"
 #include "platform/linux/DesktopEntryText.h"
-#include "platform/linux/ProgramPath.h"
+#include "platform/ProgramPath.h"
 
 namespace kestrune::AutostartEntry {
 

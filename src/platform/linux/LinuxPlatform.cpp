@@ -3,13 +3,13 @@
 #include <QDBusConnection>
 #include <QIcon>
 
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/PlatformServices.h"
+#include "platform/PreferenceSuite.h"
 #include "platform/linux/DesktopEntryFolders.h"
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxAppearance.h"
@@ -43,22 +43,6 @@ namespace kestrune {
 
 namespace {
 
-/// The settings of a test run, kept apart from the user's own. Such a run has no identity and shows no notification.
-std::optional<std::string> testSuite() {
-    const char* name = std::getenv("KESTRUNE_TEST_SUITE");
-    if (name == nullptr) {
-        return std::nullopt;
-    }
-    if (!LinuxPreferences::isPlainName(name)) {
-        static_cast<void>(std::fputs(
-            "kestrune: KESTRUNE_TEST_SUITE is not the plain name of a preference suite. Use letters, digits, "
-            "\".\", \"-\" and \"_\", or unset it.\n",
-            stderr));
-        std::exit(EXIT_FAILURE);
-    }
-    return name;
-}
-
 std::string configHome(const std::string& home) {
     const std::string path = LinuxAccount::absoluteVariable("XDG_CONFIG_HOME");
     return path.empty() ? home + "/.config" : path;
@@ -86,7 +70,8 @@ DesktopApplications installedApplications(const std::string& home) {
 }  // namespace
 
 PlatformServices makePlatformServices() {
-    const std::optional<std::string> suite = testSuite();
+    // A test run has no identity and shows no notification.
+    const std::optional<std::string> suite = PreferenceSuite::fromEnvironment();
     PlatformServices services;
     services.homeDirectory = LinuxAccount::homeDirectory();
     services.processIdentifier = ::getpid();

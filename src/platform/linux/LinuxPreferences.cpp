@@ -6,21 +6,16 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/PreferenceSuite.h"
 #include "platform/linux/PreferenceJson.h"
 
 namespace kestrune {
 
 namespace {
 
-constexpr std::size_t suiteNameAtMost = 64;
 constexpr const char* standardName = "preferences";
 
 enum class FileState { usable, missing, unusable };
-
-bool isPlainCharacter(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9') || character == '.' || character == '-' || character == '_';
-}
 
 void overlay(QJsonObject& values, const QJsonObject& with) {
     for (auto value = with.begin(); value != with.end(); ++value) {
@@ -83,13 +78,8 @@ LinuxPreferences::LinuxPreferences(std::string path, FileStore& files)
 
 LinuxPreferences::~LinuxPreferences() = default;
 
-bool LinuxPreferences::isPlainName(const std::string& name) {
-    return !name.empty() && name.size() <= suiteNameAtMost && name.front() != '.' && name != standardName &&
-           std::all_of(name.begin(), name.end(), isPlainCharacter);
-}
-
 std::string LinuxPreferences::standardPath(const std::string& configHome, const std::optional<std::string>& suite) {
-    if (suite && !isPlainName(*suite)) {
+    if (suite && !PreferenceSuite::isPlainName(*suite)) {
         std::abort();
     }
     return configHome + "/kestrune/" + suite.value_or(standardName) + ".json";

@@ -28,10 +28,6 @@ public:
     LinuxPreferences(std::string path, FileStore& files);
     ~LinuxPreferences() override;
 
-    /// Whether a suite may have this name: 1 to 64 ASCII letters, digits, '.', '-' and '_', not beginning with '.', and
-    /// not "preferences", which is the name of the standard file.
-    [[nodiscard]] static bool isPlainName(const std::string& name);
-
     /// The file of the standard settings, or of the named suite. A suite that has no plain name ends the program.
     [[nodiscard]] static std::string standardPath(const std::string& configHome,
                                                   const std::optional<std::string>& suite);

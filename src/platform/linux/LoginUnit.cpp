@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "platform/linux/ProgramPath.h"
+#include "platform/ProgramPath.h"
 
 namespace kestrune::LoginUnit {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/ProgramPath.h"
+#include "platform/ProgramPath.h"
 
 #include <algorithm>
 

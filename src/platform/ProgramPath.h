@@ -4,7 +4,8 @@
 
 namespace kestrune {
 
-/// Whether a desktop entry or a systemd unit can hold path, that of a program: absolute, UTF-8, no control character.
+/// Whether a desktop entry, a systemd unit or a launch agent can hold path, that of a program: absolute, UTF-8, no
+/// control character.
 [[nodiscard]] bool isPlainProgramPath(std::string_view path);
 
 }  // namespace kestrune
