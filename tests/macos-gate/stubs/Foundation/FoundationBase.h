@@ -34,18 +34,18 @@
 
 NS_ASSUME_NONNULL_BEGIN
 @class NSArray<ObjectType>, NSDictionary<KeyType, ObjectType>, NSString, NSURL, NSError, NSDate, NSNumber;
+// developer.apple.com/documentation/foundation/timeinterval
 typedef double NSTimeInterval;
+// developer.apple.com/documentation/foundation/nszone (page not seen)
 typedef struct _NSZone NSZone;
 
-typedef struct {
-    NSUInteger location;
-    NSUInteger length;
-} NSRange;
-
+// developer.apple.com/documentation/foundation/nscopying (page not seen)
 @protocol NSCopying
+// developer.apple.com/documentation/foundation/nscopying/copy(with:) (page not seen)
 - (id)copyWithZone:(nullable NSZone*)zone;
 @end
 
+// developer.apple.com/documentation/foundation/nsfastenumerationstate
 typedef struct {
     unsigned long state;
     id __unsafe_unretained _Nullable* _Nullable itemsPtr;
@@ -53,18 +53,21 @@ typedef struct {
     unsigned long extra[5];
 } NSFastEnumerationState;
 
+// developer.apple.com/documentation/foundation/nsfastenumeration
 @protocol NSFastEnumeration
+// developer.apple.com/documentation/foundation/nsfastenumeration/countbyenumerating(with:objects:count:)
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
                                   objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
                                     count:(NSUInteger)len;
 @end
+
+// developer.apple.com/documentation/foundation/nssecurecoding (page not seen)
 @protocol NSSecureCoding
 @end
 
-// A retained CF object handed to ARC.
+// developer.apple.com/documentation/foundation/cfbridgingrelease
 NS_INLINE id _Nullable CFBridgingRelease(CFTypeRef __attribute__((cf_consumed)) _Nullable x) {
     return (__bridge_transfer id)x;
 }
 
-FOUNDATION_EXPORT void NSLog(NSString* format, ...) __attribute__((format(__NSString__, 1, 2)));
 NS_ASSUME_NONNULL_END

@@ -3,9 +3,13 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/foundation/nserror
 @interface NSError : NSObject <NSCopying>
+// developer.apple.com/documentation/foundation/nserror/domain
 @property(readonly, copy) NSString* domain;
+// developer.apple.com/documentation/foundation/nserror/code
 @property(readonly) NSInteger code;
+// developer.apple.com/documentation/foundation/nserror/localizeddescription
 @property(readonly, copy) NSString* localizedDescription;
 @end
 NS_ASSUME_NONNULL_END

@@ -3,19 +3,25 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-@interface NSValue : NSObject <NSCopying>
+// developer.apple.com/documentation/foundation/nsvalue (page not seen)
+@interface NSValue : NSObject <NSCopying, NSSecureCoding>
 @end
+
+// developer.apple.com/documentation/foundation/nsnumber/longvalue, of the class
 @interface NSNumber : NSValue
-@property(readonly) int intValue;
+// developer.apple.com/documentation/foundation/nsnumber/boolvalue
 @property(readonly) BOOL boolValue;
+// developer.apple.com/documentation/foundation/nsnumber/doublevalue (page not seen)
 @property(readonly) double doubleValue;
+// developer.apple.com/documentation/foundation/nsnumber/longlongvalue (page not seen)
 @property(readonly) long long longLongValue;
-@property(readonly) unsigned long long unsignedLongLongValue;
-@property(readonly) NSInteger integerValue;
-+ (NSNumber*)numberWithInt:(int)value;
+// developer.apple.com/documentation/foundation/nsnumber/isequal(to:)
+- (BOOL)isEqualToNumber:(NSNumber*)number;
+// developer.apple.com/documentation/foundation/nsnumber/numberwithbool:
 + (NSNumber*)numberWithBool:(BOOL)value;
+// developer.apple.com/documentation/foundation/nsnumber/numberwithdouble: (page not seen)
 + (NSNumber*)numberWithDouble:(double)value;
+// learn.microsoft.com/en-us/dotnet/api/foundation.nsnumber.fromint64
 + (NSNumber*)numberWithLongLong:(long long)value;
-+ (NSNumber*)numberWithUnsignedLongLong:(unsigned long long)value;
 @end
 NS_ASSUME_NONNULL_END
