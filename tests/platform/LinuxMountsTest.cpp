@@ -68,13 +68,5 @@ TEST(LinuxMounts, aFolderThatIsOnlyMountedElsewhereHoldsNothing) {
                                  22, "/home/ann/.npm"));
 }
 
-TEST(LinuxMounts, placesCompareByWholeComponents) {
-    EXPECT_TRUE(isAtOrBelow("/a/b", "/a"));
-    EXPECT_TRUE(isAtOrBelow("/a", "/a"));
-    EXPECT_TRUE(isAtOrBelow("/a", "/"));
-    EXPECT_FALSE(isAtOrBelow("/ab", "/a"));
-    EXPECT_FALSE(isAtOrBelow("/", "/a"));
-}
-
 }  // namespace
 }  // namespace kestrune

@@ -5,6 +5,7 @@
 
 #include "base/Text.h"
 #include "base/WholeNumber.h"
+#include "platform/PathText.h"
 
 namespace kestrune {
 
@@ -91,13 +92,6 @@ bool holdsMountPoint(const std::vector<LinuxMount>& mounts, std::uint64_t mountI
         const auto mountPlace = placeInFileSystem(*parent, mount.mountPoint);
         return mountPlace && isAtOrBelow(*mountPlace, *place);
     });
-}
-
-bool isAtOrBelow(std::string_view path, std::string_view folder) {
-    if (folder == "/") {
-        return path.starts_with('/');
-    }
-    return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
 }  // namespace kestrune

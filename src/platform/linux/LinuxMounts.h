@@ -30,7 +30,4 @@ struct LinuxMount {
 [[nodiscard]] bool holdsMountPoint(const std::vector<LinuxMount>& mounts, std::uint64_t mountId,
                                    const std::string& path);
 
-/// Whether path is folder or lies below it, by looking at the text alone. Pure.
-[[nodiscard]] bool isAtOrBelow(std::string_view path, std::string_view folder);
-
 }  // namespace kestrune

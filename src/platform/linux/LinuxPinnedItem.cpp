@@ -2,10 +2,10 @@
 
 #include <fcntl.h>
 
-#include <algorithm>
 #include <cerrno>
 
 #include "base/Text.h"
+#include "platform/PathText.h"
 #include "platform/linux/LinuxSafeOpen.h"
 #include "platform/linux/LinuxTrashError.h"
 
@@ -15,13 +15,6 @@ namespace {
 
 constexpr int pinFolder = O_PATH | O_DIRECTORY;
 constexpr int pinAnything = O_PATH | O_NOFOLLOW;
-
-bool isPlainRelativePath(const std::string& path) {
-    const auto components = split(path, '/');
-    return path.find('\0') == std::string::npos &&
-           std::none_of(components.begin(), components.end(),
-                        [](const auto& name) { return name.empty() || name == "." || name == ".."; });
-}
 
 TrashError openingError(int errorNumber) {
     switch (errorNumber) {

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "base/Text.h"
+#include "platform/PathText.h"
 #include "platform/linux/LinuxSafeOpen.h"
 #include "platform/linux/LinuxTrashError.h"
 
@@ -26,10 +27,6 @@ PutBackError changed() {
 
 PutBackError noRecord() {
     return {PutBackFailure::noRecord, {}, {}};
-}
-
-std::string inside(const std::string& folder, const std::string& name) {
-    return (folder == "/" ? "" : folder) + "/" + name;
 }
 
 PutBackError openingError(int errorNumber) {
@@ -207,7 +204,7 @@ std::optional<PutBackError> LinuxPutBackFinder::readRecord(const std::string& re
     if (written.starts_with('/') != recordBase.empty()) {
         return noRecord();
     }
-    item.originalPath = recordBase.empty() ? written : inside(recordBase, written);
+    item.originalPath = recordBase.empty() ? written : inFolder(recordBase, written);
     item.record = record.value().identity;
     const bool isBelowHome = item.originalPath != m_home && isAtOrBelow(item.originalPath, m_home);
     if (!isBelowHome || standardizedPath(item.originalPath) != item.originalPath ||

@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include "base/Text.h"
+#include "platform/PathText.h"
 #include "platform/linux/LinuxTrashError.h"
 
 namespace kestrune {
@@ -12,11 +13,6 @@ namespace kestrune {
 namespace {
 
 constexpr int pinFolder = O_PATH | O_DIRECTORY;
-
-std::string folderOf(const std::string& path) {
-    const std::size_t end = path.find_last_of('/');
-    return end == 0 ? "/" : path.substr(0, end);
-}
 
 LinuxOpened openBelow(const std::string& home, const std::string& folder) {
     LinuxOpened opened = openWithoutLinks(AT_FDCWD, home, pinFolder, LinuxReach::anywhere);

@@ -8,6 +8,7 @@
 #include <climits>
 
 #include "base/Text.h"
+#include "platform/PathText.h"
 #include "platform/linux/LinuxTrashError.h"
 
 namespace kestrune {
@@ -24,10 +25,6 @@ LinuxFolder openInside(const LinuxFolder& trash, const std::string& name) {
         inside.error = trashProblem(TrashProblem::unsafeTrash);
     }
     return inside;
-}
-
-std::string inside(const std::string& folder, const std::string& name) {
-    return (folder == "/" ? "" : folder) + "/" + name;
 }
 
 }  // namespace
@@ -54,8 +51,8 @@ LinuxTrashFinder::LinuxTrashFinder(const LinuxPinnedItem& item, const std::strin
 
 std::optional<TrashError> LinuxTrashFinder::find(LinuxTrashFolder& folder) const {
     const bool given = !m_dataHome.empty();
-    const std::string home = given ? m_dataHome : inside(m_item.homePath, ".local/share");
-    const std::string trash = standardizedPath(inside(home, "Trash"));
+    const std::string home = given ? m_dataHome : inFolder(m_item.homePath, ".local/share");
+    const std::string trash = standardizedPath(inFolder(home, "Trash"));
     if (isAtOrBelow(trash, m_item.path)) {
         return trashProblem(TrashProblem::holdsTrash);
     }
@@ -89,7 +86,7 @@ std::optional<TrashError> LinuxTrashFinder::useInTopDirectory(LinuxTrashFolder& 
     if (!isOnSameFileSystem(top)) {
         return trashSystemError(EXDEV);
     }
-    folder.originalPath = m_item.path.substr(inside(mount->mountPoint, "").size());
+    folder.originalPath = m_item.path.substr(inFolder(mount->mountPoint, "").size());
 
     const LinuxFolder shared =
         folderFrom(openWithoutLinks(top.descriptor.get(), ".Trash", pinFolder, LinuxReach::mount));
@@ -105,7 +102,7 @@ std::optional<TrashError> LinuxTrashFinder::useInTopDirectory(LinuxTrashFolder& 
     folder.way.mayBeLinked = false;
     std::optional<TrashError> error;
     for (const std::string& name : names) {
-        if (isAtOrBelow(inside(mount->mountPoint, name), m_item.path)) {
+        if (isAtOrBelow(inFolder(mount->mountPoint, name), m_item.path)) {
             return trashProblem(TrashProblem::holdsTrash);
         }
         folder.way.path = name;

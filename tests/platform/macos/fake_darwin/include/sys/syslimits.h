@@ -1,0 +1,4 @@
+// The system's <sys/syslimits.h>: PATH_MAX.
+#pragma once
+
+#include <linux/limits.h>
