@@ -1,0 +1,20 @@
+# The Homebrew cask of a published disk image (docs.brew.sh/Cask-Cookbook):
+#   cmake -DIMAGE=Kestrune-2.1.0.dmg -DOUTPUT=kestrune.rb -DHOMEPAGE=https://… [-DFEED=https://…] -P cask.cmake
+# The version is taken from the image's name. With a feed Homebrew leaves updates to the program.
+cmake_minimum_required(VERSION 3.25)
+foreach(setting IMAGE OUTPUT HOMEPAGE)
+  if(NOT ${setting})
+    message(FATAL_ERROR "${setting} is missing: see the top of cask.cmake")
+  endif()
+endforeach()
+if(NOT IMAGE MATCHES "Kestrune-([0-9.]+)\\.dmg$")
+  message(FATAL_ERROR "${IMAGE} is not named Kestrune-<version>.dmg")
+endif()
+set(version ${CMAKE_MATCH_1})
+file(SHA256 ${IMAGE} sha256)
+set(homepage ${HOMEPAGE})
+set(feed_stanzas "")
+if(FEED)
+  set(feed_stanzas "\n  livecheck do\n    url \"${FEED}\"\n    strategy :sparkle\n  end\n\n  auto_updates true")
+endif()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/kestrune.rb.in ${OUTPUT} @ONLY)
