@@ -14,10 +14,10 @@
 #include <QVariantMap>
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "base/Text.h"
+#include "platform/LinkRules.h"
 #include "platform/SystemTools.h"
 #include "platform/linux/LinuxAccount.h"
 #include "platform/linux/LinuxFileDescriptor.h"
@@ -29,18 +29,6 @@ namespace kestrune {
 namespace {
 
 const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-
-bool isWebAddress(const std::string& address) {
-    constexpr std::string_view scheme = "https://";
-    return address.starts_with(scheme) && address.size() > scheme.size() &&
-           std::all_of(address.begin(), address.end(), [](char c) { return c > ' ' && c != '\x7f'; });
-}
-
-bool isPageName(const std::string& name) {
-    return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
-        return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-';
-    });
-}
 
 bool isRegularFile(const std::string& path) {
     struct stat status {};
@@ -86,12 +74,12 @@ LinuxLinkOpener::LinuxLinkOpener(std::string helpFolder, Desktop desktop)
 LinuxLinkOpener::~LinuxLinkOpener() = default;
 
 bool LinuxLinkOpener::open(const std::string& address) {
-    if (isWebAddress(address)) {
+    if (LinkRules::isWebAddress(address)) {
         QDBusMessage message = portalCall(QStringLiteral("OpenURI"));
         message << QString::fromStdString(address) << QVariantMap();
         return askPortal(message, address);
     }
-    const std::optional<std::string> file = pageFile(address);
+    const std::optional<std::string> file = LinkRules::helpPage(m_helpFolder, address);
     if (!file) {
         return false;
     }
@@ -100,11 +88,6 @@ bool LinuxLinkOpener::open(const std::string& address) {
     QDBusMessage message = portalCall(QStringLiteral("OpenFile"));
     message << QVariant::fromValue(QDBusUnixFileDescriptor(page.get())) << QVariantMap();
     return page && askPortal(message, LinuxFileViewer::fileUri(*file));
-}
-
-std::optional<std::string> LinuxLinkOpener::pageFile(const std::string& name) const {
-    const std::string path = standardizedPath(m_helpFolder + "/" + name + ".html");
-    return isPageName(name) && isRegularFile(path) ? std::optional(path) : std::nullopt;
 }
 
 bool LinuxLinkOpener::hasPortal() const {

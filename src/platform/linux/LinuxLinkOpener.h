@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,7 +31,6 @@ public:
     bool open(const std::string& address) override;
 
 private:
-    [[nodiscard]] std::optional<std::string> pageFile(const std::string& name) const;
     [[nodiscard]] bool hasPortal() const;
     [[nodiscard]] bool askPortal(const QDBusMessage& message, const std::string& uri);
     [[nodiscard]] bool startProgram(const std::string& uri) const;

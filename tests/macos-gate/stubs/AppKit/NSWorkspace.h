@@ -10,6 +10,9 @@ FOUNDATION_EXPORT NSString* const NSWorkspaceApplicationKey;
 @property(readonly, strong) NSNotificationCenter* notificationCenter;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
 @property(nullable, readonly, strong) NSRunningApplication* frontmostApplication;
+// developer.apple.com/documentation/appkit/nsworkspace/open(_:)
+- (BOOL)openURL:(NSURL*)url;
+// developer.apple.com/documentation/appkit/nsworkspace/activatefileviewerselecting(_:)
 - (void)activateFileViewerSelectingURLs:(NSArray<NSURL*>*)fileURLs;
 @end
 NS_ASSUME_NONNULL_END

@@ -16,6 +16,11 @@ typedef NSString* NSNotificationName;
                             object:(nullable id)obj
                              queue:(nullable NSOperationQueue*)queue
                         usingBlock:(void (^)(NSNotification* note))block;
+// developer.apple.com/documentation/foundation/notificationcenter/addobserver(_:selector:name:object:)
+- (void)addObserver:(id)observer
+           selector:(SEL)aSelector
+               name:(nullable NSNotificationName)aName
+             object:(nullable id)anObject;
 - (void)removeObserver:(id)observer;
 @end
 NS_ASSUME_NONNULL_END
