@@ -61,7 +61,7 @@ public:
 
     /// Does the job and then others until none is left. Out of memory ends the program: the other workers would wait
     /// for this one for ever.
-    void run(Job job) noexcept {
+    void run(Job job) noexcept {  // NOLINT(bugprone-exception-escape): that is the meaning
         std::optional<Job> next = std::move(job);
         while (next) {
             begin(std::move(*next));

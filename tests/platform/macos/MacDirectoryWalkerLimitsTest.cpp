@@ -1,0 +1,9 @@
+#include "platform/macos/MacDirectoryWalker.h"
+
+namespace kestrune {
+
+using WalkerUnderTest = MacDirectoryWalker;
+
+}  // namespace kestrune
+
+#include "tests/platform/DirectoryWalkerLimitsTests.h"
