@@ -14,6 +14,8 @@ project=$(cd -- "$here/../.." && pwd)
 work=$(mkdir -p "$1" && cd -- "$1" && pwd)
 shift
 jobs=$(nproc)
+# Names in the project are relative for the compiler cache: a copy of the project finds what was compiled for this one.
+export CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1
 read -ra stages <<<"${KESTRUNE_GATE_STAGES:-build rest link bundle analyse tidy}"
 read -ra architectures <<<"${KESTRUNE_GATE_ARCHITECTURES:-arm64 x86_64}"
 # shellcheck source=tests/macos-gate/prepare.sh disable=SC1091
@@ -25,12 +27,17 @@ summary() {
   stage_began=$SECONDS
 }
 
+stage_failed() { # stage
+  echo "FAILED: macOS gate: $1"
+  return 1
+}
+
 # A log that stays out of sight unless the command fails.
 quietly() { # log command...
   local log=$1
   shift
   "$@" >"$log" 2>&1 && return
-  grep -E -A6 '(error|Error|undefined symbol|FAILED)' "$log" | head -n 80 || tail -n 40 "$log"
+  grep -E -A6 '(error|Error|undefined symbol|FAILED)' "$log" | head -n 80 || tail -n 40 -- "$log"
   return 1
 }
 
@@ -39,16 +46,34 @@ compile_commands() { # architecture
     "$work/$1/compile_commands.json"
 }
 
-build() { # architecture
-  system_flags "$1" >"$work/flags.$1.new"
-  cmp --silent "$work/flags.$1.new" "$work/flags.$1" || { mv -- "$work/flags.$1.new" "$work/flags.$1" && rm -rf -- "${work:?}/$1"; }
+# A build folder is kept while what it was made with is the same. Build files and sources are ninja's business.
+configure() { # architecture
+  local key
+  key=$(system_flags "$1" | cat - "$here/cmake/darwin.cmake" "$here/gate.sh" | sha256sum)
+  [[ -f $work/$1/build.ninja && $key == "$(cat -- "$work/$1.key")" ]] && return
+  rm -rf -- "${work:?}/$1"
+  system_flags "$1" >"$work/flags.$1"
   quietly "$work/configure.$1.log" cmake -S "$project" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_TOOLCHAIN_FILE="$here/cmake/darwin.cmake" -DCMAKE_PROJECT_INCLUDE="$here/cmake/stand-ins.cmake" \
     -DKESTRUNE_GATE_WORK="$work" -DKESTRUNE_GATE_ARCHITECTURE="$1" -DKESTRUNE_GATE_LLVM="$llvm" \
     -DQt6_DIR="/usr/lib/$multiarch/cmake/Qt6" -DIntl_INCLUDE_DIR="$work/sdk/opt/include" \
     -DIntl_LIBRARY="$work/sdk/opt/lib/libintl.tbd" -DKESTRUNE_SPARKLE="$work/sdk/Sparkle" \
     -DCMAKE_EXPORT_COMPILE_COMMANDS=ON -DKESTRUNE_TESTS=OFF || return
-  quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs" || return
+  echo "$key" >"$work/$1.key"
+}
+
+build() { # architecture
+  configure "$1" || stage_failed configure || return
+  if ! quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs"; then
+    if grep -q '^ld64.lld: error' "$work/build.$1.log"; then
+      stage_failed link
+    elif grep -q 'FAILED: .*/facts/' "$work/build.$1.log"; then
+      stage_failed facts
+    else
+      stage_failed compile
+    fi
+    return 1
+  fi
   summary "build $1" "$(compile_commands "$1" | wc -l) files compiled and the program linked"
 }
 
@@ -98,10 +123,10 @@ whole() {
   for stage in "${stages[@]}"; do
     case $stage in
       build) for architecture in "${architectures[@]}"; do build "$architecture" || return; done ;;
-      link) for architecture in "${architectures[@]}"; do link_all "$architecture" || return; done ;;
-      rest) build_rest || return ;;
-      bundle) bundle "${architectures[0]}" || return ;;
-      analyse | tidy) inspect "$stage" || return ;;
+      link) for architecture in "${architectures[@]}"; do link_all "$architecture" || stage_failed link || return; done ;;
+      rest) build_rest || stage_failed compile || return ;;
+      bundle) bundle "${architectures[0]}" || stage_failed bundle || return ;;
+      analyse | tidy) inspect "$stage" || stage_failed "$stage" || return ;;
     esac
   done
   echo "macOS gate passed: $(compile_commands "${architectures[0]}" | wc -l) files, ${architectures[*]}, $((SECONDS - begun)) s"

@@ -18,13 +18,7 @@ CHECKERS = 'core,cplusplus,osx,nullability,deadcode,unix'
 # Qt's objects belong to their parents and its calls own their slots, which the analyzer does not know.
 UNSUITABLE_FOR_QT = 'cplusplus.NewDeleteLeaks'
 
-# performance-unnecessary-value-param would have blocks capture references, which dangle. The others are matters of taste
-# or tell of the library's own headers.
-TIDY_CHECKS = ','.join((
-    '-*', 'bugprone-*', 'objc-*', 'google-objc-*', 'performance-*',
-    '-bugprone-easily-swappable-parameters', '-bugprone-implicit-widening-of-multiplication-result',
-    '-bugprone-suspicious-stringview-data-usage',
-    '-bugprone-throwing-static-initialization', '-performance-enum-size', '-performance-unnecessary-value-param'))
+TIDY_CONFIGURATION = Path(__file__).with_name('tidy.yaml')
 
 
 def sources(stage, build, wanted):
@@ -99,8 +93,8 @@ def analysis(source, command, _llvm):
 
 
 def tidying(source, command, llvm):
-    return [f'clang-tidy-{llvm}', '--quiet', '--warnings-as-errors=*', f'--checks={TIDY_CHECKS}', source, '--',
-            *(word for word in command[1:] if word != source)]
+    return [f'clang-tidy-{llvm}', '--quiet', '--experimental-custom-checks', f'--config-file={TIDY_CONFIGURATION}', source,
+            '--', *(word for word in command[1:] if word != source)]
 
 
 def inspect(words):
@@ -113,7 +107,7 @@ def main():
     words_for = {'analyse': analysis, 'tidy': tidying}[stage]
     wanted = sources(stage, build, set(sys.argv[6:]))
     version = subprocess.run([f'clang++-{llvm}', '--version'], capture_output=True, text=True, check=True).stdout
-    states = States(build, (stage, version, CHECKERS, TIDY_CHECKS))
+    states = States(build, (stage, version, CHECKERS, TIDY_CONFIGURATION.read_text()))
     cache.mkdir(parents=True, exist_ok=True)
 
     def look(path):
