@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,6 +29,16 @@ struct RunningApplication {
     bool operator==(const RunningApplication&) const = default;
 };
 
+/// An application's own picture: in a file, or as it is.
+struct ApplicationIcon {
+    std::string path;                        ///< absolute path of an SVG or PNG file; empty when it is in none
+    std::shared_ptr<const std::string> png;  ///< what a PNG file would hold; null when there is none
+
+    [[nodiscard]] bool isEmpty() const { return path.empty() && !png; }
+
+    bool operator==(const ApplicationIcon&) const = default;
+};
+
 /// The applications of this user and the polite way of ending them. Main thread.
 class RunningApplications {
 public:
@@ -47,9 +58,9 @@ public:
     /// The application with this process identifier now.
     [[nodiscard]] virtual std::optional<RunningApplication> application(std::int32_t processIdentifier) = 0;
 
-    /// The application's icon: absolute path of a picture (SVG or PNG); empty when there is none. It is looked for at
-    /// the first question and kept, so that an application nobody looks at costs nothing; it need not run any more.
-    [[nodiscard]] virtual std::string iconOf(const RunningApplication& application) = 0;
+    /// The application's icon; empty when there is none. It is looked for at the first question and kept, so that an
+    /// application nobody looks at costs nothing; it need not run any more.
+    [[nodiscard]] virtual ApplicationIcon iconOf(const RunningApplication& application) = 0;
 
     /// The names the desktop gives the program with this executable (as ProcessRecord::command), and those it showed
     /// its windows under so far: what a process without a window belongs to. None is empty; most programs have none,

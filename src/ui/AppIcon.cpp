@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 
@@ -49,18 +50,34 @@ const Ground& groundOf(std::string_view name) {
     return grounds.at((mixed >> 16U) % grounds.size());
 }
 
+// The bytes an icon was drawn from live as long as it is kept: their address stands for them.
+struct Drawn {
+    QPixmap pixmap;
+    std::shared_ptr<const std::string> png;
+};
+
+// A path begins with "/", so that no address looks like one.
+QString nameOf(const ApplicationIcon& icon) {
+    return icon.png ? QStringLiteral("@%1").arg(reinterpret_cast<quintptr>(icon.png.get()))
+                    : QString::fromStdString(icon.path);
+}
+
+std::optional<std::string> contentOf(const Picture& picture) {
+    return picture.icon.png ? std::optional(*picture.icon.png) : picture.read(picture.icon.path);
+}
+
 // Nothing when there is no such picture, which is kept in mind as well.
-QPixmap icon(const Picture& picture, int size, double ratio) {
-    static QCache<QString, QPixmap> cache(cachedIcons);
+QPixmap iconPixmap(const Picture& picture, int size, double ratio) {
+    static QCache<QString, Drawn> cache(cachedIcons);
     const int pixels = static_cast<int>(std::ceil(size * ratio));
-    const QString key = QStringLiteral("%1/%2").arg(pixels).arg(QString::fromStdString(picture.path));
-    if (const QPixmap* known = cache.object(key)) {
-        return *known;
+    const QString key = QString::number(pixels) + nameOf(picture.icon);
+    if (const Drawn* known = cache.object(key)) {
+        return known->pixmap;
     }
-    const std::optional<std::string> file = picture.read(picture.path);
+    const std::optional<std::string> file = contentOf(picture);
     QPixmap made = file ? IconPicture::made(QByteArray::fromStdString(*file), pixels) : QPixmap();
     made.setDevicePixelRatio(ratio);
-    cache.insert(key, new QPixmap(made));
+    cache.insert(key, new Drawn{made, picture.icon.png});
     return made;
 }
 
@@ -89,8 +106,8 @@ void draw(QPainter& painter, const QRect& box, const RunningItem& item, const Pi
         drawSymbol(painter, box);
         return;
     }
-    if (!picture.path.empty()) {
-        const QPixmap own = icon(picture, box.width(), painter.device()->devicePixelRatioF());
+    if (!picture.icon.isEmpty()) {
+        const QPixmap own = iconPixmap(picture, box.width(), painter.device()->devicePixelRatioF());
         if (!own.isNull()) {
             const QSizeF size = own.deviceIndependentSize();
             const Mirror::Turn upright(painter, QRectF(box), Mirror::isOn(painter));

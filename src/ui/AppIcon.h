@@ -6,12 +6,12 @@
 #include <optional>
 #include <string>
 
+#include "workspace/RunningItem.h"
+
 class QPainter;
 class QRect;
 
 namespace kestrune {
-
-struct RunningItem;
 
 /// The picture before a process's name. Main thread.
 namespace AppIcon {
@@ -19,10 +19,11 @@ namespace AppIcon {
 /// Side of the picture in the design.
 constexpr int side = 28;
 
-/// Where an application's own icon is.
+/// An application's own icon.
 struct Picture {
-    std::string path;  ///< empty when there is none
-    /// What is in that file; asked once for a size, and nothing when it is no file, or too large to be an icon.
+    ApplicationIcon icon;
+    /// What is in the file at path, where the icon is in one; asked once for a size, and nothing when it is no file, or
+    /// too large to be an icon.
     std::function<std::optional<std::string>(const std::string& path)> read;
 };
 

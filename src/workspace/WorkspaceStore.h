@@ -245,9 +245,9 @@ public:
     /// under way.
     void refreshProcesses();
 
-    /// Absolute path of the picture of item's application; empty when there is none. Looked for at the first question:
-    /// ask for rows that are drawn only.
-    [[nodiscard]] std::string iconOf(const RunningItem& item);
+    /// The picture of item's application; empty when there is none. Looked for at the first question: ask for rows that
+    /// are drawn only.
+    [[nodiscard]] ApplicationIcon iconOf(const RunningItem& item);
 
     /// What is in the file at path, an answer of iconOf(): nothing when it is no regular file of at most 1 MiB.
     [[nodiscard]] std::optional<std::string> iconFile(const std::string& path) const;

@@ -44,8 +44,8 @@ void WorkspaceStore::refreshProcessesSoon() {
     m_refreshTimer = m_parts.mainQueue.after(quitTime, [this] { refreshProcesses(); });
 }
 
-std::string WorkspaceStore::iconOf(const RunningItem& item) {
-    return item.app ? m_parts.runningApplications.iconOf(*item.app) : std::string{};
+ApplicationIcon WorkspaceStore::iconOf(const RunningItem& item) {
+    return item.app ? m_parts.runningApplications.iconOf(*item.app) : ApplicationIcon{};
 }
 
 std::optional<std::string> WorkspaceStore::iconFile(const std::string& path) const {

@@ -31,9 +31,9 @@ public:
         return found == applications.end() ? std::nullopt : std::optional(*found);
     }
 
-    [[nodiscard]] std::string iconOf(const RunningApplication& application) override {
+    [[nodiscard]] ApplicationIcon iconOf(const RunningApplication& application) override {
         ++iconQuestions;
-        return application.iconNames.empty() ? std::string{} : application.iconNames.front();
+        return {application.iconNames.empty() ? std::string{} : application.iconNames.front(), nullptr};
     }
 
     [[nodiscard]] std::vector<std::string> namesOfProgram(const std::string& executable) override {

@@ -112,15 +112,15 @@ TEST_F(LinuxRunningApplicationsTest, iconIsLookedForWhenItIsAskedForAndOutlivesI
     const std::string picture = pictures.write("paint.svg", "");
     first.applications = {};
     EXPECT_THAT(applications->runningApplications(), IsEmpty());
-    EXPECT_EQ(applications->iconOf(paint), picture);
+    EXPECT_EQ(applications->iconOf(paint), (ApplicationIcon{picture, nullptr}));
 }
 
 TEST_F(LinuxRunningApplicationsTest, iconOfAnUnknownApplicationGoesByTheFirstOfItsNamesThatHasOne) {
     addProcess(100, 7);
     first.applications = {{100, {}, {"Window-Class", "Paint"}, "", ActivationPolicy::regular}};
     const std::string picture = pictures.write("paint.svg", "");
-    EXPECT_EQ(applications->iconOf(applications->runningApplications().at(0)), picture);
-    EXPECT_EQ(applications->iconOf(started(100, 7)), "");
+    EXPECT_EQ(applications->iconOf(applications->runningApplications().at(0)).path, picture);
+    EXPECT_TRUE(applications->iconOf(started(100, 7)).isEmpty());
 }
 
 TEST_F(LinuxRunningApplicationsTest, entryIsFoundByTheExecutable) {

@@ -21,7 +21,7 @@ Json jsonOf(RunningApplications& applications, const RunningApplication& applica
             {"startTime", application.startTime},
             {"name", escaped(application.localizedName)},
             {"id", escaped(application.bundleIdentifier)},
-            {"icon", escaped(applications.iconOf(application))},
+            {"icon", escaped(applications.iconOf(application).path)},
             {"regular", application.activationPolicy == ActivationPolicy::regular}};
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QFile>
 #include <QImage>
 #include <QPainter>
@@ -18,11 +19,20 @@ std::optional<std::string> contentOf(const std::string& path) {
     return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll().toStdString()) : std::nullopt;
 }
 
-QImage drawn(const RunningItem& item, const std::string& picture = {}) {
+std::shared_ptr<const std::string> pngOf(Qt::GlobalColor colour) {
+    QImage image(64, 64, QImage::Format_RGB32);
+    image.fill(colour);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return std::make_shared<const std::string>(buffer.data().toStdString());
+}
+
+QImage drawn(const RunningItem& item, const ApplicationIcon& icon = {}) {
     QImage image(AppIcon::side, AppIcon::side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    AppIcon::draw(painter, image.rect(), item, {picture, contentOf});
+    AppIcon::draw(painter, image.rect(), item, {icon, contentOf});
     return image;
 }
 
@@ -42,7 +52,15 @@ TEST(AppIcon, drawsTheApplicationsOwnPicture) {
     red.fill(Qt::red);
     ASSERT_TRUE(red.save(folder.filePath(QStringLiteral("own.png"))));
     const std::string picture = folder.filePath(QStringLiteral("own.png")).toStdString();
-    EXPECT_EQ(drawn(runningApp(7, "Notes"), picture).pixelColor(14, 14), QColor(Qt::red));
+    EXPECT_EQ(drawn(runningApp(7, "Notes"), {picture, nullptr}).pixelColor(14, 14), QColor(Qt::red));
+}
+
+TEST(AppIcon, drawsAPictureThatIsInNoFile) {
+    for (const Qt::GlobalColor colour : {Qt::red, Qt::blue}) {
+        EXPECT_EQ(drawn(runningApp(7, "Notes"), {{}, pngOf(colour)}).pixelColor(14, 14), QColor(colour));
+    }
+    const auto broken = std::make_shared<const std::string>("not a picture");
+    EXPECT_EQ(drawn(runningApp(7, "Notes"), {{}, broken}), drawn(runningApp(7, "Notes")));
 }
 
 TEST(AppIcon, aPictureThatCannotBeReadGivesTheLetterTile) {
@@ -55,7 +73,7 @@ TEST(AppIcon, aPictureThatCannotBeReadGivesTheLetterTile) {
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
             file.write("not a picture");
         }
-        EXPECT_EQ(drawn(plain, path.toStdString()), drawn(plain)) << name;
+        EXPECT_EQ(drawn(plain, {path.toStdString(), nullptr}), drawn(plain)) << name;
     }
     EXPECT_NE(drawn(plain), drawn(runningProcess(7, "Notes")));
 }

@@ -50,7 +50,7 @@ TEST_F(WorkspaceStoreRunning, aListingLooksForNoIcons) {
     EXPECT_EQ(fixture.applications.iconQuestions, 0);
     std::map<std::string, std::string> icons;
     for (const RunningItem& row : fixture.store().running.get()) {
-        icons[row.name] = fixture.store().iconOf(row);
+        icons[row.name] = fixture.store().iconOf(row).path;
     }
     EXPECT_EQ(icons, (std::map<std::string, std::string>{{"Paint", "/icons/paint.svg"}, {"node", ""}}));
     EXPECT_EQ(fixture.applications.iconQuestions, 1);

@@ -88,8 +88,8 @@ std::optional<RunningApplication> LinuxRunningApplications::application(std::int
     return sourced == nullptr ? std::nullopt : described(*sourced);
 }
 
-std::string LinuxRunningApplications::iconOf(const RunningApplication& application) {
-    return installed().pictureOf(application.iconNames);
+ApplicationIcon LinuxRunningApplications::iconOf(const RunningApplication& application) {
+    return {installed().pictureOf(application.iconNames), nullptr};
 }
 
 std::vector<std::string> LinuxRunningApplications::namesOfProgram(const std::string& executable) {

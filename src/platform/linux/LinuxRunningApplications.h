@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() override;
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
     [[nodiscard]] std::optional<RunningApplication> application(std::int32_t processIdentifier) override;
-    [[nodiscard]] std::string iconOf(const RunningApplication& application) override;
+    [[nodiscard]] ApplicationIcon iconOf(const RunningApplication& application) override;
     [[nodiscard]] std::vector<std::string> namesOfProgram(const std::string& executable) override;
     [[nodiscard]] bool tellsFrontmost() override;
     void observeActivation(ActivationHandler handler) override;
