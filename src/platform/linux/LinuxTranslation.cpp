@@ -50,19 +50,6 @@ const char* countForm(const char* one, const char* many, unsigned long count) {
     return dngettext(domain, one, many, count);
 }
 
-bool isUntranslated(const std::string& locale) {
-    return locale == "C" || locale == "POSIX";
-}
-
-/// "de_AT.UTF-8@euro" is looked for as "de_AT@euro", "de_AT", "de@euro" and "de", as gettext does.
-std::vector<std::string> catalogueNames(const std::string& locale) {
-    const std::string::size_type at = locale.find('@');
-    const std::string modifier = at == std::string::npos ? "" : locale.substr(at);
-    const std::string region = locale.substr(0, locale.find_first_of(".@"));
-    const std::string language = region.substr(0, region.find('_'));
-    return {region + modifier, region, language + modifier, language};
-}
-
 bool isInPlace(const std::string& folder, const std::string& name) {
     const std::string file = folder + "/" + name + "/LC_MESSAGES/" + domain + ".mo";
     return access(file.c_str(), R_OK) == 0;
@@ -89,27 +76,8 @@ locale_t openTextLocale(const Environment& environment) {
 
 }  // namespace
 
-const std::string& Environment::locale() const {
-    return !allCategories.empty() ? allCategories : !messages.empty() ? messages : everythingElse;
-}
-
 std::string catalogue(const Environment& environment, const std::function<bool(const std::string& name)>& exists) {
-    if (isUntranslated(environment.locale())) {
-        return "";
-    }
-    const std::string& wanted = environment.languages.empty() ? environment.locale() : environment.languages;
-    for (const std::string& locale : split(wanted, ':')) {
-        const std::vector<std::string> names = catalogueNames(locale);
-        if (names.back() == "en" || isUntranslated(locale)) {
-            return "";
-        }
-        for (const std::string& name : names) {
-            if (!name.empty() && name.find('/') == std::string::npos && exists(name)) {
-                return name;
-            }
-        }
-    }
-    return "";
+    return TranslationCatalogue::chosen(environment, split(environment.locale(), ':'), exists);
 }
 
 std::string installedFolder() {

@@ -3,21 +3,14 @@
 #include <functional>
 #include <string>
 
+#include "platform/TranslationCatalogue.h"
+
 namespace kestrune {
 
 /// The user's language, from the environment, and the program's catalogue for it, through GNU gettext.
 namespace LinuxTranslation {
 
-/// The environment variables that say which language the user reads; empty where not set.
-struct Environment {
-    std::string languages;       // LANGUAGE: by preference, separated by ":"
-    std::string allCategories;   // LC_ALL
-    std::string messages;        // LC_MESSAGES
-    std::string everythingElse;  // LANG
-
-    /// The name of the locale for texts; empty when none is set.
-    [[nodiscard]] const std::string& locale() const;
-};
+using TranslationCatalogue::Environment;
 
 /// The catalogue to use, such as "de" or "pt_BR"; empty for the English that the program is written in. LANGUAGE also
 /// counts where no locale is set at all, but not in the locales "C" and "POSIX", which ask for untranslated texts.

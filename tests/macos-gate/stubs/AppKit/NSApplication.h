@@ -5,26 +5,25 @@
 #import <AppKit/NSView.h>
 
 NS_ASSUME_NONNULL_BEGIN
-typedef NS_ENUM(NSUInteger, NSApplicationTerminateReply) {
-    NSTerminateCancel = 0,
-    NSTerminateNow = 1,
-    NSTerminateLater = 2,
-};
-
+// developer.apple.com/documentation/appkit/nsapplicationdelegate
 @protocol NSApplicationDelegate <NSObject>
 // Optional in the real header; @required here so that a mistyped selector is reported.
 @required
-- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender;
-- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)flag;
+// developer.apple.com/documentation/appkit/nsapplicationdelegate/applicationshouldhandlereopen(_:hasvisiblewindows:)
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 @end
+
+// developer.apple.com/documentation/appkit/nsapplication
 @interface NSApplication : NSResponder
+// developer.apple.com/documentation/appkit/nsapplication/shared
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+// developer.apple.com/documentation/appkit/nsapplication/delegate
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
+// developer.apple.com/documentation/appkit/nsapplication/docktile
 @property(readonly, strong) NSDockTile* dockTile;
-- (NSApplicationActivationPolicy)activationPolicy;
+// developer.apple.com/documentation/appkit/nsapplication/setactivationpolicy(_:)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+// developer.apple.com/documentation/appkit/nsapplication/activate(ignoringotherapps:)
 - (void)activateIgnoringOtherApps:(BOOL)ignoreOtherApps;
-- (void)terminate:(nullable id)sender;
 @end
-FOUNDATION_EXPORT __kindof NSApplication* _Null_unspecified NSApp;
 NS_ASSUME_NONNULL_END

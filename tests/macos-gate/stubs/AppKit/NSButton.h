@@ -3,11 +3,17 @@
 #import <AppKit/NSView.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/appkit/nscontrol
 @interface NSControl : NSView
 @end
+
+// developer.apple.com/documentation/appkit/nsbutton
 @interface NSButton : NSControl
+// developer.apple.com/documentation/appkit/nsbutton/title
 @property(copy) NSString* title;
 @end
+
+// developer.apple.com/documentation/appkit/nsstatusbarbutton
 @interface NSStatusBarButton : NSButton
 @end
 NS_ASSUME_NONNULL_END

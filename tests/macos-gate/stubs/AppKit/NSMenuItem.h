@@ -3,25 +3,40 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/appkit/nscontrol/statevalue
 typedef NSInteger NSControlStateValue;
+// developer.apple.com/documentation/appkit/nscontrol/statevalue/off
 static const NSControlStateValue NSControlStateValueOff = 0;
+// developer.apple.com/documentation/appkit/nscontrol/statevalue/on
 static const NSControlStateValue NSControlStateValueOn = 1;
+// developer.apple.com/documentation/appkit/nsevent/modifierflags/command
 typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) { NSEventModifierFlagCommand = 1 << 20 };
 
+// developer.apple.com/documentation/appkit/nsmenuitem
 @interface NSMenuItem : NSObject <NSCopying>
+// developer.apple.com/documentation/appkit/nsmenuitem/separator()
 + (NSMenuItem*)separatorItem;
+// developer.apple.com/documentation/appkit/nsmenuitem/init(title:action:keyequivalent:)
 - (instancetype)initWithTitle:(NSString*)string
                        action:(nullable SEL)selector
                 keyEquivalent:(NSString*)charCode NS_DESIGNATED_INITIALIZER;
+// developer.apple.com/documentation/appkit/nsmenuitem/title
 @property(copy) NSString* title;
+// developer.apple.com/documentation/appkit/nsmenuitem/target
 @property(nullable, weak) id target;
-@property(nullable) SEL action;
+// developer.apple.com/documentation/appkit/nsmenuitem/tooltip
 @property(nullable, copy) NSString* toolTip;
+// developer.apple.com/documentation/appkit/nsmenuitem/isenabled
 @property(getter=isEnabled) BOOL enabled;
+// developer.apple.com/documentation/appkit/nsmenuitem/ishidden
 @property(getter=isHidden) BOOL hidden;
+// developer.apple.com/documentation/appkit/nsmenuitem/state
 @property NSControlStateValue state;
+// developer.apple.com/documentation/appkit/nsmenuitem/tag
 @property NSInteger tag;
+// developer.apple.com/documentation/appkit/nsmenuitem/submenu
 @property(nullable, strong) NSMenu* submenu;
-@property(getter=isSeparatorItem, readonly) BOOL separatorItem;
+// developer.apple.com/documentation/appkit/nsmenuitem/keyequivalentmodifiermask
+@property NSEventModifierFlags keyEquivalentModifierMask;
 @end
 NS_ASSUME_NONNULL_END

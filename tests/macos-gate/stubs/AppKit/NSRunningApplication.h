@@ -9,7 +9,17 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
     NSApplicationActivationPolicyProhibited,
 };
 
+// developer.apple.com/documentation/appkit/nsapplication/activationoptions
+typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
+    // developer.apple.com/documentation/appkit/nsapplication/activationoptions/activateallwindows
+    NSApplicationActivateAllWindows = 1 << 0,
+};
+
 @interface NSRunningApplication : NSObject
+// developer.apple.com/documentation/appkit/nsrunningapplication/init(processidentifier:)
++ (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
+// developer.apple.com/documentation/appkit/nsrunningapplication/activate(options:)
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
 @property(class, readonly, strong) NSRunningApplication* currentApplication;
 @property(nullable, readonly, copy) NSString* localizedName;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;

@@ -3,9 +3,15 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/appkit/nsresponder
 @interface NSResponder : NSObject
 @end
+
+// developer.apple.com/documentation/appkit/nsview
 @interface NSView : NSResponder
+// developer.apple.com/documentation/appkit/nsview/tooltip
 @property(nullable, copy) NSString* toolTip;
+// developer.apple.com/documentation/appkit/nsaccessibilityprotocol/accessibilitytitle()
+@property(nullable, copy) NSString* accessibilityTitle API_AVAILABLE(macos(10.10));
 @end
 NS_ASSUME_NONNULL_END

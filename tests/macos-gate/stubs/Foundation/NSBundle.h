@@ -7,5 +7,11 @@ NS_ASSUME_NONNULL_BEGIN
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
 @property(nullable, readonly, copy) NSString* executablePath;
+// developer.apple.com/documentation/foundation/bundle/executableurl
+@property(nullable, readonly, copy) NSURL* executableURL API_AVAILABLE(macos(10.6));
+// developer.apple.com/documentation/foundation/bundle/resourceurl
+@property(nullable, readonly, copy) NSURL* resourceURL API_AVAILABLE(macos(10.6));
+// developer.apple.com/documentation/foundation/bundle/object(forinfodictionarykey:)
+- (nullable id)objectForInfoDictionaryKey:(NSString*)key;
 @end
 NS_ASSUME_NONNULL_END
