@@ -30,6 +30,10 @@ package=(dpkg-dev)
 
 deep=(clang-tidy debootstrap lintian mount pkexec polkitd strace)
 
+# What tests/macos-gate checks the macOS edition with. npm may have come by another way than this system's packages.
+macos_gate=(clang-22 clang-tidy-22 lld-22 llvm-22)
+command -v npm >/dev/null || macos_gate+=(npm)
+
 say() {
   printf '%s\n' "$*" >&2
 }

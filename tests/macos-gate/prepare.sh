@@ -15,7 +15,7 @@ qt_headers=/usr/include/$multiarch/qt6
 framework_root=System/Library/Frameworks
 
 skip() { # reason
-  printf 'SKIPPED: macOS gate: %s\n' "$*" | tr '[:lower:]' '[:upper:]'
+  printf 'SKIPPED: macOS gate: %s\n' "$*" | tr '[:lower:]' '[:upper:]' | tee "$work/skipped"
   exit "$skipped"
 }
 
@@ -129,6 +129,7 @@ system_flags() { # architecture
 }
 
 prepare() {
+  rm -f -- "$work/skipped"
   require_tools
   exec {lock}>"$work/.lock"
   flock "$lock"
