@@ -20,10 +20,10 @@ std::atomic<int>& fullSyncs() {
 
 }  // namespace kestrune::fake_darwin
 
-int fcntl(int descriptor, int command) {
+int fcntl(int descriptor, int command, int argument) {
     using namespace kestrune::fake_darwin;
     if (command != F_FULLFSYNC) {
-        return static_cast<int>(::syscall(SYS_fcntl, descriptor, command, 0));
+        return static_cast<int>(::syscall(SYS_fcntl, descriptor, command, argument));
     }
     if (fullSyncError() != 0) {
         errno = fullSyncError();

@@ -10,5 +10,5 @@
 /// fcntl(2) with a command that fills a buffer of PATH_MAX bytes.
 int fcntl(int descriptor, int command, char* path);
 
-/// fcntl(2) with a command that takes nothing.
-int fcntl(int descriptor, int command);
+/// fcntl(2) with a command that takes a number, or none but is given 0.
+int fcntl(int descriptor, int command, int argument);
