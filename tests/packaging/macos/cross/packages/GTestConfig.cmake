@@ -1,0 +1,3 @@
+foreach(part gtest gtest_main gmock)
+  add_library(GTest::${part} INTERFACE IMPORTED GLOBAL)
+endforeach()
