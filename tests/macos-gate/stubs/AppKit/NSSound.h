@@ -9,7 +9,7 @@ typedef NSString* NSSoundName;
 
 // developer.apple.com/documentation/appkit/nssound
 @interface NSSound : NSObject <NSCopying>
-// developer.apple.com/documentation/appkit/nssound/soundnamed:
+// developer.apple.com/documentation/appkit/nssound/init(named:)
 + (nullable NSSound*)soundNamed:(NSSoundName)name;
 // developer.apple.com/documentation/appkit/nssound/play()
 - (BOOL)play;
