@@ -14,6 +14,7 @@
 #include <map>
 #include <mutex>
 #include <tuple>
+#include <utility>
 
 #undef fstat
 #undef fstatat
@@ -91,16 +92,18 @@ int renameatx_np(int fromFolder, const char* from, int toFolder, const char* to,
     if (flags != RENAME_EXCL) {
         return failWith(EINVAL);
     }
-    if (files().beforeRename) {
-        files().beforeRename();
+    if (const auto once = std::exchange(files().beforeRename, nullptr)) {
+        once();
     }
     if (files().renameError != 0) {
         return failWith(files().renameError);
     }
     const int result = ::renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE);
     const int error = errno;
-    if (result == 0 && files().afterRename) {
-        files().afterRename();
+    if (result == 0) {
+        if (const auto once = std::exchange(files().afterRename, nullptr)) {
+            once();
+        }
     }
     errno = error;
     return result;

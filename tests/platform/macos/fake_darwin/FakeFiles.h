@@ -14,13 +14,13 @@ struct Files {
         bool isLocal = true;
     };
 
-    std::vector<Volume> volumes;  ///< what getfsstat tells
-    int volumesError = 0;         ///< the errno of getfsstat
-    int attributeError = 0;       ///< the errno of writing an extended attribute
-    int pathError = 0;            ///< the errno of F_GETPATH
-    int renameError = 0;          ///< the errno of renameatx_np
-    std::function<void()> beforeRename;
-    std::function<void()> afterRename;
+    std::vector<Volume> volumes;         ///< what getfsstat tells
+    int volumesError = 0;                ///< the errno of getfsstat
+    int attributeError = 0;              ///< the errno of writing an extended attribute
+    int pathError = 0;                   ///< the errno of F_GETPATH
+    int renameError = 0;                 ///< the errno of renameatx_np
+    std::function<void()> beforeRename;  ///< runs once, right before the next renameatx_np
+    std::function<void()> afterRename;   ///< runs once, right after the next one that succeeds
 };
 
 Files& files();
