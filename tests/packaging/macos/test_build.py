@@ -19,15 +19,21 @@ class Build:
 
     def __init__(self, folder, *settings):
         self.folder = folder
-        intl = folder / 'intl'
+        intl, tools = folder / 'intl', folder / 'tools'
         intl.mkdir(parents=True)
+        tools.mkdir()
+        # CMake asks the Mac it runs on for its version before it knows of run paths.
+        version = tools / 'sw_vers'
+        version.write_text('#!/bin/sh\necho 14.5\n')
+        version.chmod(0o755)
         self.result = subprocess.run(
             [os.environ['CMAKE'], '-S', PROJECT, '-B', folder / 'build', '-G', 'Ninja', '-Wno-dev',
              f'-DCMAKE_TOOLCHAIN_FILE={HERE}/cross/toolchain.cmake', '-DCMAKE_BUILD_TYPE=Release',
              '-DCMAKE_EXPORT_COMPILE_COMMANDS=ON', f'-DIntl_INCLUDE_DIR={intl}',
              '-DIntl_LIBRARY=/opt/homebrew/opt/gettext/lib/libintl.dylib', '-DCMAKE_HAVE_LIBC_PTHREAD=ON',
              '-DKESTRUNE_CCACHE=OFF', *settings],
-            text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+            text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+            env=os.environ | {'PATH': f'{tools}:{os.environ["PATH"]}'})
 
     def read(self, name):
         return (self.folder / 'build' / name).read_text(encoding='utf-8')
