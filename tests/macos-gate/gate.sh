@@ -7,7 +7,8 @@
 # gate.sh WORK FILE...   compiles, analyses and lints these files only, with the project's warnings
 #
 # Ends with 0 when all is well, 1 when not, 77 when the packages it needs cannot be had.
-# KESTRUNE_GATE_STAGES and KESTRUNE_GATE_ARCHITECTURES choose fewer, KESTRUNE_GATE_FILES what is analysed and linted.
+# KESTRUNE_GATE_STAGES and KESTRUNE_GATE_ARCHITECTURES choose fewer stages and architectures, KESTRUNE_GATE_FILES the
+# sources that are compiled, analysed and linted.
 set -euo pipefail
 here=$(cd -- "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")" && pwd)
 project=$(cd -- "$here/../.." && pwd)
@@ -17,6 +18,7 @@ jobs=$(nproc)
 # Names in the project are relative for the compiler cache: a copy of the project finds what was compiled for this one.
 export CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1
 read -ra stages <<<"${KESTRUNE_GATE_STAGES:-build rest link bundle analyse tidy}"
+read -ra chosen_files <<<"${KESTRUNE_GATE_FILES:-}"
 read -ra architectures <<<"${KESTRUNE_GATE_ARCHITECTURES:-arm64 x86_64}"
 # shellcheck source=tests/macos-gate/prepare.sh disable=SC1091
 source "$here/prepare.sh"
@@ -64,7 +66,7 @@ configure() { # architecture
 
 build() { # architecture
   configure "$1" || stage_failed configure || return
-  if ! quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs"; then
+  if ! quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs" "${chosen_files[@]/%/^}"; then
     if grep -q '^ld64.lld: error' "$work/build.$1.log"; then
       stage_failed link
     elif grep -q 'FAILED: .*/facts/' "$work/build.$1.log"; then
@@ -74,7 +76,11 @@ build() { # architecture
     fi
     return 1
   fi
-  summary "build $1" "$(compile_commands "$1" | wc -l) files compiled and the program linked"
+  if ((${#chosen_files[@]})); then
+    summary "build $1" "${#chosen_files[@]} files compiled"
+  else
+    summary "build $1" "$(compile_commands "$1" | wc -l) files compiled and the program linked"
+  fi
 }
 
 # Sources of the macOS program that this configuration leaves out, such as the one for a build without an updater.
@@ -111,10 +117,8 @@ bundle() { # architecture
 }
 
 inspect() { # stage
-  local -a files
-  read -ra files <<<"${KESTRUNE_GATE_FILES:-}"
   quietly "$work/$1.log" python3 -B "$here/inspect_sources.py" "$1" "$work/${architectures[0]}" "$work/inspected" \
-    "$llvm" "$jobs" "${files[@]}" || return
+    "$llvm" "$jobs" "${chosen_files[@]}" || return
   summary "$1" "$(tail -n 1 "$work/$1.log")"
 }
 

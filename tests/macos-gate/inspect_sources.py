@@ -2,8 +2,8 @@
 
 inspect_sources.py analyse|tidy BUILD CACHE LLVM JOBS [FILE...]
 
-BUILD is the build folder. Inspected are the FILEs, or else all sources of src/ and the facts about the system, of which
-clang-tidy reads those of platform/macos. A source is passed over while its command and everything it includes are as they were when it last passed: CACHE
+BUILD is the build folder. Inspected are the FILEs, or else the sources of src/ but for the views, which are the same on
+Linux and analysed there; clang-tidy reads those of platform/macos. A source is passed over while its command and everything it includes are as they were when it last passed: CACHE
 keeps a name for each such state. Prints what was found and how many were inspected; ends with 1 when there was a finding.
 """
 import concurrent.futures
@@ -26,7 +26,7 @@ def sources(stage, build, wanted):
     found = {}
     for entry in json.loads((build / 'compile_commands.json').read_text()):
         path = entry['file']
-        inspected = '/src/platform/macos/' in path if stage == 'tidy' else '/src/' in path or '/facts/' in path
+        inspected = '/src/platform/macos/' in path or (stage == 'analyse' and '/src/' in path and '/src/ui/' not in path)
         if path in wanted or (not wanted and inspected and str(build) not in path):
             found[path] = compiler_words(entry['command'])
     return found

@@ -91,6 +91,7 @@ lay_out_framework() {
 prepare_sdk() {
   local sdk=$work/sdk folder name
   mkdir -p "$sdk/$framework_root" "$sdk/usr/lib" "$sdk/usr/include" "$sdk/opt/include" "$sdk/opt/lib" "$sdk/Sparkle" "$sdk/qt"
+  find -L "$sdk" -type l -delete  # what led to a file that is gone
   for folder in "$here"/stubs/*/; do
     name=$(basename -- "$folder")
     case $name in
