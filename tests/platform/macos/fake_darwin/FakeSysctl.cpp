@@ -49,7 +49,12 @@ extern "C" {
 
 int sysctl(int* name, u_int nameLength, void* old, std::size_t* oldLength, void* /*replacement*/,
            std::size_t /*replacementLength*/) {
-    return answer(FakeSysctl::state().byNumbers, std::vector<int>(name, name + nameLength), old, oldLength);
+    FakeSysctl& state = FakeSysctl::state();
+    const int result = answer(state.byNumbers, std::vector<int>(name, name + nameLength), old, oldLength);
+    if (state.onNumbers) {
+        state.onNumbers();
+    }
+    return result;
 }
 
 int sysctlbyname(const char* name, void* old, std::size_t* oldLength, void* /*replacement*/,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@ namespace kestrune {
 struct FakeSysctl {
     std::map<std::string, std::string> byName;
     std::map<std::vector<int>, std::string> byNumbers;
+    std::function<void()> onNumbers;  ///< when not empty, called after each answer to sysctl
 
     static FakeSysctl& state();
     static void reset();
