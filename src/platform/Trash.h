@@ -73,8 +73,10 @@ struct PutBackError {
 };
 
 /// The one way a file leaves its place. A move is a single rename within one file system: nothing is ever copied or
-/// deleted, no link is followed at or below home, and an item is in the Trash together with its restore record or not
-/// at all. Whoever changes the tree meanwhile can turn a success into an error, never into another item's move.
+/// deleted, and no link is followed at or below home. An item keeps its restore record with it in the Trash; where its
+/// disk can hold none, the item still moves if the system's own file manager can put it back, and planPutBack answers
+/// noRecord. Whoever changes the tree meanwhile can turn a success into an error. What moved instead of the item goes
+/// back at once, and where that is not possible the error says that it lies in the Trash.
 class Trash {
 public:
     Trash() = default;
