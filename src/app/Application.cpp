@@ -143,6 +143,9 @@ void Application::refuseToLaunch() {
 }
 
 void Application::launch() {
+    if (m_services.hasGlobalMenuBar) {
+        m_menuBar = std::make_unique<MainMenuBar>([this](MenuAction action) { m_delegate.perform(action); });
+    }
     m_statusItem.start({.perform = [this](MenuAction action) { m_delegate.perform(action); },
                         .menuWillOpen =
                             [this] {
@@ -176,6 +179,13 @@ void Application::applyMotion() const {
     Motion::setReduced(m_desktopReducesMotion || m_store.reducedMotion.get());
 }
 
+/// The key equivalents of the main menu, where they do not come with a menu bar.
+void Application::giveCommands(QWidget& window) {
+    if (!m_menuBar) {
+        MainMenu::install(window, [this](MenuAction action) { m_delegate.perform(action); });
+    }
+}
+
 WorkspaceWindow& Application::window() {
     if (!m_window) {
         prepareInterface();
@@ -184,7 +194,7 @@ WorkspaceWindow& Application::window() {
                                   [this](const std::vector<double>& frame) {
                                       m_services.preferences->setNumbers(frameKey, frame);
                                   }});
-        MainMenu::install(*m_window, [this](MenuAction action) { m_delegate.perform(action); });
+        giveCommands(*m_window);
         // Queued: the delegate may show the window again, which has to be hidden by then.
         connect(
             m_window.get(), &WorkspaceWindow::closed, this, [this] { m_delegate.windowWillClose(); },
@@ -225,7 +235,7 @@ PortReviewWindow& Application::portWindow() {
     if (!m_ports) {
         prepareInterface();
         m_ports = std::make_unique<PortReviewWindow>(m_store);
-        MainMenu::install(*m_ports, [this](MenuAction action) { m_delegate.perform(action); });
+        giveCommands(*m_ports);
     }
     return *m_ports;
 }

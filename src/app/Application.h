@@ -7,6 +7,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/BuildSettings.h"
+#include "app/MainMenuBar.h"
 #include "app/QtMainQueue.h"
 #include "app/StatusItemWithPopup.h"
 #include "base/Clock.h"
@@ -44,6 +45,7 @@ private:
     void launch();
     void refuseToLaunch();
     void prepareInterface();
+    void giveCommands(QWidget& window);
     void applyMotion() const;
     void activate();
     void showWindow();
@@ -73,6 +75,7 @@ private:
     bool m_sessionHasEnded = false;  ///< what asks to quit from now on asks for the last time
     Subscription m_motionChanged;
     std::unique_ptr<Timer> m_farewell;
+    std::unique_ptr<MainMenuBar> m_menuBar;     ///< on desktops that have one for the program in front
     std::unique_ptr<WorkspaceWindow> m_window;  ///< made when it is first shown, then kept
     std::unique_ptr<PortReviewWindow> m_ports;  ///< likewise
 };
