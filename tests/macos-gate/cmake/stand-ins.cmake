@@ -1,8 +1,9 @@
 # Read by CMake right after the project's project() call. What the installed packages describe for Linux is put right.
 include_guard(GLOBAL)
 
-# Qt6Gui asks for OpenGL, whose frameworks are not stood in for: nothing here calls it.
+# Qt6Gui asks for two graphics libraries, whose headers lie beside those of this machine's C library. Nothing calls them.
 add_library(WrapOpenGL::WrapOpenGL INTERFACE IMPORTED)
+add_library(WrapVulkanHeaders::WrapVulkanHeaders INTERFACE IMPORTED)
 
 # The package file of the library names /usr/include, where the C library of this machine has its headers too.
 add_library(nlohmann_json::nlohmann_json INTERFACE IMPORTED)
