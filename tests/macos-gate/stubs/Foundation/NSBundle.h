@@ -3,10 +3,12 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/foundation/bundle/main
 @interface NSBundle : NSObject
+// developer.apple.com/documentation/foundation/bundle/main
 @property(class, readonly, strong) NSBundle* mainBundle;
+// developer.apple.com/documentation/foundation/bundle/bundleidentifier (page not seen)
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
-@property(nullable, readonly, copy) NSString* executablePath;
 // developer.apple.com/documentation/foundation/bundle/executableurl
 @property(nullable, readonly, copy) NSURL* executableURL API_AVAILABLE(macos(10.6));
 // developer.apple.com/documentation/foundation/bundle/resourceurl

@@ -3,15 +3,19 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/foundation/nsnotification/name-swift.struct (page not seen)
 typedef NSString* NSNotificationName;
+@class NSOperationQueue;
+
+// developer.apple.com/documentation/foundation/nsnotification (page not seen)
 @interface NSNotification : NSObject <NSCopying>
-@property(readonly, copy) NSNotificationName name;
-@property(nullable, readonly, retain) id object;
+// docs.rs/crate/icrate/0.0.1/source/src/generated/Foundation/NSNotification.rs
 @property(nullable, readonly, copy) NSDictionary* userInfo;
 @end
-@class NSOperationQueue;
+
+// developer.apple.com/documentation/foundation/notificationcenter
 @interface NSNotificationCenter : NSObject
-@property(class, readonly, strong) NSNotificationCenter* defaultCenter;
+// developer.apple.com/documentation/foundation/notificationcenter/addobserver(forname:object:queue:using:)
 - (id<NSObject>)addObserverForName:(nullable NSNotificationName)name
                             object:(nullable id)obj
                              queue:(nullable NSOperationQueue*)queue
@@ -21,6 +25,7 @@ typedef NSString* NSNotificationName;
            selector:(SEL)aSelector
                name:(nullable NSNotificationName)aName
              object:(nullable id)anObject;
+// developer.apple.com/documentation/foundation/notificationcenter/removeobserver(_:) (page not seen)
 - (void)removeObserver:(id)observer;
 @end
 NS_ASSUME_NONNULL_END

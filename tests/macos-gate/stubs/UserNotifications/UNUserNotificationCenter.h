@@ -43,6 +43,7 @@ API_AVAILABLE(macos(10.14))
 @property(weak, nullable) id<UNUserNotificationCenterDelegate> delegate;
 // developer.apple.com/documentation/usernotifications/unusernotificationcenter/current()
 + (UNUserNotificationCenter*)currentNotificationCenter;
+// developer.apple.com/documentation/usernotifications/unusernotificationcenter: the shared object is the only one
 - (instancetype)init NS_UNAVAILABLE;
 // developer.apple.com/documentation/usernotifications/unusernotificationcenter/
 //   requestauthorization(options:completionhandler:)
