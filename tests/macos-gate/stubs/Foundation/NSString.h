@@ -10,27 +10,15 @@ NS_ASSUME_NONNULL_BEGIN
 typedef NSUInteger NSStringEncoding;
 
 enum : NSStringEncoding {
-    // developer.apple.com/documentation/foundation/nsutf8stringencoding
+    // developer.apple.com/documentation/foundation/nsutf8stringencoding (page not seen)
     NSUTF8StringEncoding = 4
 };
 
 // developer.apple.com/documentation/foundation/nsstring
 @interface NSString : NSObject <NSCopying, NSSecureCoding>
-// developer.apple.com/documentation/foundation/nsstring/length
-@property(readonly) NSUInteger length;
-// developer.apple.com/documentation/foundation/nsstring/utf8string
-@property(nullable, readonly) const char* UTF8String;
-// developer.apple.com/documentation/foundation/nsstring/lowercased
-@property(readonly, copy) NSString* lowercaseString;
-// developer.apple.com/documentation/foundation/nsstring/lastpathcomponent
-@property(readonly, copy) NSString* lastPathComponent;
-// developer.apple.com/documentation/foundation/nsstring/init(utf8string:)
-+ (nullable instancetype)stringWithUTF8String:(const char*)nullTerminatedCString;
-// developer.apple.com/documentation/foundation/nsstring/stringwithformat:
-+ (instancetype)stringWithFormat:(NSString*)format, ... __attribute__((format(__NSString__, 1, 2)));
 // developer.apple.com/documentation/foundation/nsstring/init(bytes:length:encoding:)
 - (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
-// developer.apple.com/documentation/foundation/nsstring/isequal(to:)
+// developer.apple.com/documentation/foundation/nsstring/isequal(to:) (page not seen)
 - (BOOL)isEqualToString:(NSString*)other;
 // developer.apple.com/documentation/foundation/nsstring/data(using:allowlossyconversion:)
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;

@@ -8,33 +8,19 @@ NS_ASSUME_NONNULL_BEGIN
 typedef NSString* NSURLResourceKey;
 // developer.apple.com/documentation/foundation/urlresourcekey/volumetotalcapacitykey
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeTotalCapacityKey;
-// developer.apple.com/documentation/foundation/urlresourcekey/volumeavailablecapacitykey
+// developer.apple.com/documentation/foundation/urlresourcekey/volumeavailablecapacitykey (page not seen)
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLTotalFileAllocatedSizeKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLFileAllocatedSizeKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLIsDirectoryKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLIsSymbolicLinkKey;
 
 // developer.apple.com/documentation/foundation/nsurl
 @interface NSURL : NSObject <NSCopying, NSSecureCoding>
-// developer.apple.com/documentation/foundation/nsurl/init(string:)
+// developer.apple.com/documentation/foundation/nsurl/urlwithstring:
 + (nullable instancetype)URLWithString:(NSString*)URLString;
-// developer.apple.com/documentation/foundation/nsurl/fileurl(withpath:)
-+ (NSURL*)fileURLWithPath:(NSString*)path;
-// developer.apple.com/documentation/foundation/nsurl/fileurl(withpath:isdirectory:)
-+ (NSURL*)fileURLWithPath:(NSString*)path isDirectory:(BOOL)isDir;
 // developer.apple.com/documentation/foundation/nsurl/fileurl(withfilesystemrepresentation:isdirectory:relativeto:)
 + (NSURL*)fileURLWithFileSystemRepresentation:(const char*)path
                                   isDirectory:(BOOL)isDir
                                 relativeToURL:(nullable NSURL*)baseURL API_AVAILABLE(macos(10.9));
-// developer.apple.com/documentation/foundation/nsurl/path
-@property(nullable, readonly, copy) NSString* path;
 // developer.apple.com/documentation/foundation/nsurl/getfilesystemrepresentation(_:maxlength:)
 - (BOOL)getFileSystemRepresentation:(char*)buffer maxLength:(NSUInteger)maxBufferLength API_AVAILABLE(macos(10.9));
-// developer.apple.com/documentation/foundation/nsurl/getresourcevalue(_:forkey:)
-- (BOOL)getResourceValue:(id _Nullable* _Nonnull)value
-                  forKey:(NSURLResourceKey)key
-                   error:(NSError* _Nullable* _Nullable)error;
 // developer.apple.com/documentation/foundation/nsurl/resourcevalues(forkeys:)
 - (nullable NSDictionary<NSURLResourceKey, id>*)resourceValuesForKeys:(NSArray<NSURLResourceKey>*)keys
                                                                 error:(NSError* _Nullable* _Nullable)error;
