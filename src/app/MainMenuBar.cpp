@@ -7,8 +7,6 @@
 #include <QMetaObject>
 #include <QWidget>
 
-#include <utility>
-
 #include "app/StatusMenuModel.h"
 #include "ui/UiText.h"
 
@@ -63,7 +61,7 @@ void add(QMenu& menu, const MenuItem& item, const MenuHandler& perform) {
 
 }  // namespace
 
-MainMenuBar::MainMenuBar(MenuHandler perform) {
+MainMenuBar::MainMenuBar(const MenuHandler& perform) {
     for (const MenuItem& item : mainMenu()) {
         QMenu* const menu = m_bar.addMenu(withoutMnemonic(QString::fromStdString(item.title)));
         menu->menuAction()->setMenuRole(QAction::NoRole);

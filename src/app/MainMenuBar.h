@@ -11,7 +11,7 @@ namespace kestrune {
 /// a command may open a dialog, and the menu should be gone by then. Main thread.
 class MainMenuBar final {
 public:
-    explicit MainMenuBar(MenuHandler perform);
+    explicit MainMenuBar(const MenuHandler& perform);
 
     [[nodiscard]] QMenuBar& bar() { return m_bar; }
 

@@ -61,7 +61,7 @@ TEST_F(MacAccountTest, whatIsNoFolderGivesWayToTheUserDatabase) {
     m_folder.write("file", "");
     EXPECT_EQ(homeWith(m_root + "/file"), homeOfTheDatabase());
     EXPECT_EQ(homeWith(m_root + "/missing"), homeOfTheDatabase());
-    EXPECT_EQ(homeWith("tmp"), homeOfTheDatabase());
+    EXPECT_EQ(homeWith("."), homeOfTheDatabase());
     EXPECT_EQ(homeWith(""), homeOfTheDatabase());
 }
 

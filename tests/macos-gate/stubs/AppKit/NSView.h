@@ -11,7 +11,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSView : NSResponder
 // developer.apple.com/documentation/appkit/nsview/tooltip
 @property(nullable, copy) NSString* toolTip;
-// developer.apple.com/documentation/appkit/nsaccessibilityprotocol/accessibilitytitle()
+// developer.apple.com/documentation/appkit/nsaccessibility-c.protocol/accessibilitytitle
 @property(nullable, copy) NSString* accessibilityTitle API_AVAILABLE(macos(10.10));
 @end
 NS_ASSUME_NONNULL_END
