@@ -263,14 +263,6 @@ TEST_P(ProcessRunnerTest, environmentAndWorkingFolderAreInherited) {
     EXPECT_EQ(result.output, "a value|" + std::filesystem::current_path().string() + "\n");
 }
 
-TEST_P(ProcessRunnerTest, toolsStartWithoutAStandardInputToo) {
-    const OpenDescriptor saved(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
-    ::close(STDIN_FILENO);
-    const ProcessResult result = runner.run("/bin/echo", {"x"});
-    ::dup2(saved.get(), STDIN_FILENO);
-    EXPECT_EQ(result, (ProcessResult{0, "x\n"}));
-}
-
 TEST_P(ProcessRunnerTest, standardInputIsInherited) {
     const TemporaryFolder folder;
     const std::string input = folder.write("input", "typed\n");

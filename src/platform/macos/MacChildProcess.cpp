@@ -1,7 +1,6 @@
 #include "platform/macos/MacChildProcess.h"
 
 #include <crt_externs.h>
-#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,7 +20,7 @@ class SpawnFileActions final {
 public:
     explicit SpawnFileActions(int output) {
         m_isInitialized = ::posix_spawn_file_actions_init(&m_actions) == 0;
-        m_isComplete = m_isInitialized && inheritInput() &&
+        m_isComplete = m_isInitialized && ::posix_spawn_file_actions_addinherit_np(&m_actions, STDIN_FILENO) == 0 &&
                        ::posix_spawn_file_actions_adddup2(&m_actions, output, STDOUT_FILENO) == 0 &&
                        ::posix_spawn_file_actions_adddup2(&m_actions, output, STDERR_FILENO) == 0;
     }
@@ -38,12 +37,6 @@ public:
     [[nodiscard]] const posix_spawn_file_actions_t* get() const { return m_isComplete ? &m_actions : nullptr; }
 
 private:
-    // A descriptor that is not open cannot be inherited, and the start would fail.
-    bool inheritInput() {
-        return ::fcntl(STDIN_FILENO, F_GETFD) < 0 ||
-               ::posix_spawn_file_actions_addinherit_np(&m_actions, STDIN_FILENO) == 0;
-    }
-
     posix_spawn_file_actions_t m_actions{};
     bool m_isInitialized = false;
     bool m_isComplete = false;

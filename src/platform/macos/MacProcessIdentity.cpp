@@ -73,14 +73,6 @@ std::optional<Identity> of(std::int32_t pid) {
     return after && startTimeIn(*after) == identity.startTime ? std::optional(std::move(identity)) : std::nullopt;
 }
 
-bool isSame(std::int32_t pid, std::uint64_t startTime, const std::string& executable) {
-    if (startTime == 0 || executable.empty()) {
-        return false;
-    }
-    const std::optional<Identity> now = of(pid);
-    return now && now->startTime == startTime && now->executable == executable;
-}
-
 std::unordered_map<std::int32_t, std::uint64_t> startTimesOfUser(std::uint32_t user) {
     std::unordered_map<std::int32_t, std::uint64_t> startTimes;
     for (const kinfo_proc& record : recordsOfUser(user)) {

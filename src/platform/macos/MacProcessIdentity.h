@@ -21,9 +21,6 @@ struct Identity {
 /// while it was looked at.
 [[nodiscard]] std::optional<Identity> of(std::int32_t pid);
 
-/// True while pid is a process that started then and runs that executable, both of them known.
-[[nodiscard]] bool isSame(std::int32_t pid, std::uint64_t startTime, const std::string& executable);
-
 /// The start times of all processes of this effective user, by number, all from one moment. Empty when the system does
 /// not say.
 [[nodiscard]] std::unordered_map<std::int32_t, std::uint64_t> startTimesOfUser(std::uint32_t user);

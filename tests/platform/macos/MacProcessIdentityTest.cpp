@@ -60,17 +60,6 @@ TEST_F(MacProcessIdentityTest, anExecutableThatIsNotShownIsEmpty) {
     EXPECT_EQ(MacProcessIdentity::workingDirectoryOf(4711), std::nullopt);
 }
 
-TEST_F(MacProcessIdentityTest, sameIsTheSameStartAndExecutableAndBothKnown) {
-    const std::uint64_t start = 1'700'000'000'250'000;
-    EXPECT_TRUE(MacProcessIdentity::isSame(4711, start, node.executable));
-    EXPECT_FALSE(MacProcessIdentity::isSame(4711, start + 1, node.executable));
-    EXPECT_FALSE(MacProcessIdentity::isSame(4711, start, "/opt/node/bin/npm"));
-    EXPECT_FALSE(MacProcessIdentity::isSame(4711, 0, node.executable));
-    EXPECT_FALSE(MacProcessIdentity::isSame(4712, start, node.executable));
-    FakeProcesses::set(4711, {1'700'000'000, 250'000, 501, "", ""});
-    EXPECT_FALSE(MacProcessIdentity::isSame(4711, start, ""));
-}
-
 TEST_F(MacProcessIdentityTest, startTimesAreThoseOfOneUser) {
     FakeProcesses::set(5, {9, 1, 501});
     FakeProcesses::set(6, {9, 2, 0});

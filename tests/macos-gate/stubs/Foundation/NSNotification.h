@@ -10,6 +10,7 @@ typedef NSString* NSNotificationName;
 // developer.apple.com/documentation/foundation/nsnotification (page not seen)
 @interface NSNotification : NSObject <NSCopying>
 // docs.rs/crate/icrate/0.0.1/source/src/generated/Foundation/NSNotification.rs
+// developer.apple.com/documentation/foundation/nsnotification/userinfo (page not seen)
 @property(nullable, readonly, copy) NSDictionary* userInfo;
 @end
 
