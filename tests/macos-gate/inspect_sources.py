@@ -87,7 +87,7 @@ class States:
 def analysis(source, command, _llvm):
     words = command + ['--analyze', '-Xclang', '-analyzer-werror', '-Xclang', f'-analyzer-checker={CHECKERS}',
                        '-Xclang', '-analyzer-output=text', '-o', '/dev/null']
-    if '-DQT_CORE_LIB' in command:
+    if '-DQT_CORE_LIB' in command and '/src/platform/macos/' not in source:
         words += ['-Xclang', f'-analyzer-disable-checker={UNSUITABLE_FOR_QT}']
     return words
 
