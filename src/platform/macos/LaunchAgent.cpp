@@ -1,7 +1,5 @@
 #include "platform/macos/LaunchAgent.h"
 
-#include <string_view>
-
 #include "platform/ProgramPath.h"
 
 namespace kestrune::LaunchAgent {
@@ -77,6 +75,11 @@ std::optional<std::string> propertyList(const std::string& executable) {
            "\t<string>Background</string>\n"
            "</dict>\n"
            "</plist>\n";
+}
+
+bool isProcess(std::string_view serviceName, std::int32_t parent) {
+    constexpr std::int32_t launchd = 1;
+    return parent == launchd && serviceName == label();
 }
 
 ToolCommand bootstrap(std::uint32_t user, const std::string& path) {

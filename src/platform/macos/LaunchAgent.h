@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/SystemTools.h"
 
@@ -18,6 +19,10 @@ namespace kestrune::LaunchAgent {
 /// The property list, in XML, that starts the program at executable, an absolute path, when the user logs in. Nothing
 /// for a path that XML cannot hold: one with control characters or bytes that are not UTF-8.
 [[nodiscard]] std::optional<std::string> propertyList(const std::string& executable);
+
+/// Whether launchd started a process for the agent. serviceName is its XPC_SERVICE_NAME, which what it starts inherits;
+/// parent is its parent's process number.
+[[nodiscard]] bool isProcess(std::string_view serviceName, std::int32_t parent);
 
 /// Makes the agent whose property list lies at path known in the desktop session of user, and starts it.
 [[nodiscard]] ToolCommand bootstrap(std::uint32_t user, const std::string& path);

@@ -74,6 +74,14 @@ TEST(LaunchAgent, itLiesAmongTheUsersAgents) {
     EXPECT_EQ("/Users/me/Library/LaunchAgents/com.torvandelsyn.kestrune.plist", LaunchAgent::path("/Users/me"));
 }
 
+TEST(LaunchAgent, itsProcessIsTheOneThatLaunchdStartedUnderItsLabel) {
+    EXPECT_TRUE(LaunchAgent::isProcess("com.torvandelsyn.kestrune", 1));
+    EXPECT_FALSE(LaunchAgent::isProcess("application.com.torvandelsyn.kestrune.1152921500311", 1));
+    EXPECT_FALSE(LaunchAgent::isProcess("com.torvandelsyn.kestrune", 4711));
+    EXPECT_FALSE(LaunchAgent::isProcess("0", 1));
+    EXPECT_FALSE(LaunchAgent::isProcess("", 1));
+}
+
 TEST(LaunchAgent, launchctlIsToldTheUsersDesktopSession) {
     EXPECT_EQ((ToolCommand{"/bin/launchctl", {"bootstrap", "gui/501", "/Users/me/agent of mine.plist"}}),
               LaunchAgent::bootstrap(501, "/Users/me/agent of mine.plist"));

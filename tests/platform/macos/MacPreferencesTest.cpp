@@ -1,19 +1,28 @@
 #include "platform/macos/MacPreferences.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <limits>
-#include <string>
-#include <thread>
-#include <vector>
-
 #include "tests/fakes/FakeUserDefaults.h"
+#include "tests/platform/PreferencesExpectations.h"
 
 namespace kestrune {
 namespace {
 
 using Texts = Preferences::Texts;
+
+class MacHost final : public PreferencesHost {
+public:
+    [[nodiscard]] std::unique_ptr<Preferences> startProgram() override {
+        return std::make_unique<MacPreferences>(std::make_unique<FakeUserDefaults>(m_database));
+    }
+
+    void failSaving(bool fails) override { m_database.failsSaving = fails; }
+
+private:
+    FakeDefaultsDatabase m_database;
+};
+
+INSTANTIATE_TEST_SUITE_P(MacOS, PreferencesTest, testing::Values([]() -> std::unique_ptr<PreferencesHost> {
+                             return std::make_unique<MacHost>();
+                         }));
 
 class MacPreferencesTest : public testing::Test {
 protected:
@@ -24,24 +33,6 @@ protected:
     FakeUserDefaults* const defaults = new FakeUserDefaults(database);
     MacPreferences preferences{std::unique_ptr<UserDefaults>(defaults)};
 };
-
-TEST_F(MacPreferencesTest, everyTypeComesBackInTheNextSession) {
-    const WallTime date{Seconds{1795271234.56789}};
-    const std::vector<double> frame = {-1280.5, 0, 1100, 1.0 / 3};
-    EXPECT_TRUE(preferences.setBoolean("yes", true));
-    EXPECT_TRUE(preferences.setBoolean("no", false));
-    EXPECT_TRUE(preferences.setTexts("texts", {"/Users/me/.npm", "", "/Users/me/Library/Caches/pip"}));
-    EXPECT_TRUE(preferences.setTexts("none", {}));
-    EXPECT_TRUE(preferences.setDate("date", date));
-    EXPECT_TRUE(preferences.setNumbers("frame", frame));
-    const MacPreferences next = another();
-    EXPECT_EQ(true, next.boolean("yes"));
-    EXPECT_EQ(false, next.boolean("no"));
-    EXPECT_EQ((Texts{"/Users/me/.npm", "", "/Users/me/Library/Caches/pip"}), next.texts("texts"));
-    EXPECT_EQ(Texts{}, next.texts("none"));
-    EXPECT_EQ(date, next.date("date"));
-    EXPECT_EQ(frame, next.numbers("frame"));
-}
 
 TEST_F(MacPreferencesTest, eachTypeIsStoredAsTheSystemsOwn) {
     EXPECT_TRUE(preferences.setBoolean("b", true));
@@ -120,40 +111,6 @@ TEST_F(MacPreferencesTest, everyOtherTextIsStoredAsText) {
     EXPECT_EQ(plain, another().texts("plain"));
 }
 
-TEST_F(MacPreferencesTest, everySingleByteAndPairOfBytesSurvives) {
-    Texts all;
-    for (int first = 0; first < 256; ++first) {
-        all.emplace_back(1, static_cast<char>(first));
-        for (int second = 0; second < 256; second += 5) {
-            all.push_back({static_cast<char>(first), static_cast<char>(second)});
-        }
-    }
-    EXPECT_TRUE(preferences.setTexts("all", all));
-    EXPECT_EQ(all, another().texts("all"));
-}
-
-TEST_F(MacPreferencesTest, aFailedSaveKeepsTheStoreAndTheValueForThisSession) {
-    EXPECT_TRUE(preferences.setBoolean("a", true));
-    database.failsSaving = true;
-    EXPECT_FALSE(preferences.setBoolean("a", false));
-    EXPECT_FALSE(preferences.setTexts("t", {"x"}));
-    EXPECT_EQ(false, preferences.boolean("a"));
-    EXPECT_EQ(Texts{"x"}, preferences.texts("t"));
-    EXPECT_EQ(true, another().boolean("a"));
-    EXPECT_EQ(std::nullopt, another().texts("t"));
-}
-
-TEST_F(MacPreferencesTest, whatCouldNotBeSavedGoesOutWithTheNextSetThatCan) {
-    database.failsSaving = true;
-    EXPECT_FALSE(preferences.setBoolean("a", false));
-    database.failsSaving = false;
-    EXPECT_TRUE(preferences.setBoolean("b", true));
-    EXPECT_EQ(false, another().boolean("a"));
-    EXPECT_TRUE(another().setBoolean("a", true));
-    EXPECT_TRUE(preferences.setBoolean("b", false));
-    EXPECT_EQ(true, preferences.boolean("a"));
-}
-
 TEST_F(MacPreferencesTest, aListOfMoreThanAMebibyteHoldsForThisSessionAndIsNeverHandedOver) {
     const Texts large = {std::string(MacPreferences::listBytesAtMost, 'x')};
     EXPECT_FALSE(preferences.setTexts("large", large));
@@ -167,16 +124,6 @@ TEST_F(MacPreferencesTest, aListOfMoreThanAMebibyteHoldsForThisSessionAndIsNever
 
 TEST_F(MacPreferencesTest, manyShortTextsMayAlsoBeTooMany) {
     EXPECT_FALSE(preferences.setTexts("many", Texts(MacPreferences::listBytesAtMost / 2, "")));
-    EXPECT_TRUE(defaults->sets.empty());
-}
-
-TEST_F(MacPreferencesTest, numbersThatAreNotFiniteAreRefused) {
-    const double nothing = std::numeric_limits<double>::quiet_NaN();
-    const double endless = std::numeric_limits<double>::infinity();
-    EXPECT_FALSE(preferences.setNumbers("frame", {0, 0, nothing, 1}));
-    EXPECT_FALSE(preferences.setDate("date", WallTime{Seconds{endless}}));
-    EXPECT_EQ(std::nullopt, preferences.numbers("frame"));
-    EXPECT_EQ(std::nullopt, preferences.date("date"));
     EXPECT_TRUE(defaults->sets.empty());
 }
 
@@ -220,25 +167,6 @@ TEST_F(MacPreferencesTest, aChangeThatIsToldAfterThePreferencesAreGoneGoesNowher
         told = watching.watched.begin()->second;
     }
     told();
-}
-
-TEST_F(MacPreferencesTest, anyThreadMaySetAndAsk) {
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([this, thread] {
-            for (int round = 0; round < 50; ++round) {
-                const std::string key = std::to_string(thread) + "-" + std::to_string(round);
-                EXPECT_TRUE(preferences.setBoolean(key, true));
-                EXPECT_EQ(true, preferences.boolean(key));
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(200U, database.values.size());
-    EXPECT_TRUE(std::all_of(database.values.begin(), database.values.end(),
-                            [](const auto& entry) { return entry.second == DefaultsValue(true); }));
 }
 
 TEST_F(MacPreferencesTest, aSuiteIsAStoreOfItsOwn) {
