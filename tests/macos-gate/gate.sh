@@ -52,7 +52,7 @@ compile_commands() { # architecture
 configure() { # architecture
   local key
   key=$(system_flags "$1" | cat - "$here/cmake/darwin.cmake" "$here/gate.sh" | sha256sum)
-  [[ -f $work/$1/build.ninja && $key == "$(cat -- "$work/$1.key")" ]] && return
+  [[ -f $work/$1/build.ninja && $key == "$(cat -- "$work/$1.key" 2>/dev/null)" ]] && return
   rm -rf -- "${work:?}/$1"
   system_flags "$1" >"$work/flags.$1"
   quietly "$work/configure.$1.log" cmake -S "$project" -B "$work/$1" -G Ninja -DCMAKE_BUILD_TYPE=Release \

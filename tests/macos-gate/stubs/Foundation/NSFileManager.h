@@ -3,9 +3,11 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
+// developer.apple.com/documentation/foundation/filemanager (page not seen)
 @interface NSFileManager : NSObject
+// developer.apple.com/documentation/foundation/filemanager/default (page not seen)
 @property(class, readonly, strong) NSFileManager* defaultManager;
-- (BOOL)fileExistsAtPath:(NSString*)path;
+// developer.apple.com/documentation/foundation/filemanager/trashitem(at:resultingitemurl:)
 - (BOOL)trashItemAtURL:(NSURL*)url
       resultingItemURL:(NSURL* _Nullable __autoreleasing* _Nullable)outResultingURL
                  error:(NSError* _Nullable* _Nullable)error API_AVAILABLE(macos(10.8));
