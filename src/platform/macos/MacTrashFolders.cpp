@@ -56,10 +56,7 @@ MacFolder failed(int error) {
 }  // namespace
 
 MacTrashFolders::MacTrashFolders(const std::string& home, const std::vector<MacVolume>& volumes)
-    : m_home(home),
-      m_volumes(volumes),
-      m_inHome(inFolder(home, ".Trash")),
-      m_onVolume(".Trashes/" + std::to_string(::geteuid())) {
+    : m_volumes(volumes), m_inHome(inFolder(home, ".Trash")), m_onVolume(".Trashes/" + std::to_string(::geteuid())) {
 }
 
 bool MacTrashFolders::holds(const std::string& path) const {

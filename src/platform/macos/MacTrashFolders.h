@@ -9,11 +9,10 @@
 
 namespace kestrune {
 
-/// Where this user's Trash lies: ".Trash" in the home folder, and ".Trashes/UID" at the top of each other volume. What
-/// the constructor takes must outlive it. Any thread.
+/// Where this user's Trash lies: ".Trash" in the home folder, and ".Trashes/UID" at the top of each volume. Any thread.
 class MacTrashFolders final {
 public:
-    /// home is absolute and in standard form; volumes are those of this moment.
+    /// home is absolute and in standard form; volumes are those of this moment, and outlive the object.
     MacTrashFolders(const std::string& home, const std::vector<MacVolume>& volumes);
 
     /// Whether path lies directly in one of them, by its text alone.
@@ -29,7 +28,6 @@ public:
 private:
     [[nodiscard]] MacFolder openOnVolume(const std::string& mountPoint) const;
 
-    const std::string& m_home;
     const std::vector<MacVolume>& m_volumes;
     const std::string m_inHome;
     const std::string m_onVolume;
