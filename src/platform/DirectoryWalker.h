@@ -11,7 +11,7 @@ namespace kestrune {
 struct TreeSize {
     bool opened = false;  ///< false: the folder itself could not be listed, everything else is 0
     std::int64_t allocatedBytes =
-        0;                     ///< st_blocks × 512 of every regular file; a file with several links counts per link
+        0;  ///< what every regular file takes on disk, as in TreeWalk; a file with several links counts per link
     std::int64_t entries = 0;  ///< everything seen below the folder, folders included
     std::int64_t unreadable =
         0;                   ///< folders that could not be listed or left half-way, and entries that could not be read
@@ -54,7 +54,8 @@ struct WalkRequest {
 
 enum class WalkEnd { finished, cancelled, entryLimit, timeLimit };
 
-/// What a walk found. Sizes are st_blocks × 512; a file with several links counts per link.
+/// What a walk found. Sizes are what a file takes on disk: st_blocks × 512, on macOS ATTR_FILE_ALLOCSIZE, which counts
+/// all of its forks. A file with several links counts per link, and a clone like its original.
 struct TreeWalk {
     bool exists = false;               ///< there is such a folder
     bool opened = false;               ///< it could be listed; false: everything below is empty

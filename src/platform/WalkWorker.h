@@ -276,7 +276,9 @@ private:
             m_parts.jobs.disclaim();
             return false;
         }
-        m_parts.jobs.give(jobAt(std::move(branch->place), Job::Kind::enter, std::move(branch->names)));
+        Job job = jobAt(std::move(branch->place), Job::Kind::enter);
+        job.names = std::move(branch->names);
+        m_parts.jobs.give(std::move(job));
         return true;
     }
 
@@ -291,25 +293,24 @@ private:
             m_parts.jobs.disclaim();
             return;
         }
-        std::string names;
+        Job job = jobAt({std::move(again), m_here.depth, m_path.size()}, Job::Kind::look);
         const std::size_t kept = entries.bytesAhead() / 2;
-        names.reserve(entries.bytesAhead() - kept);
+        job.names.reserve(entries.bytesAhead() - kept);
         while (entries.bytesAhead() > kept) {
             if (const auto record = entries.nextAhead()) {
-                System::Listed::append(names, *record);
+                System::Listed::append(job.names, *record);
             }
         }
-        m_parts.jobs.give(jobAt({std::move(again), m_here.depth, m_path.size()}, Job::Kind::look, std::move(names)));
+        m_parts.jobs.give(std::move(job));
     }
 
-    [[nodiscard]] Job jobAt(Place place, typename Job::Kind kind, std::string names) const {
+    [[nodiscard]] Job jobAt(Place place, typename Job::Kind kind) const {
         Job job;
         job.kind = kind;
         job.folder = std::move(place.folder);
         job.depth = place.depth;
         job.path = m_path.substr(0, place.pathLength);
         job.child = place.depth > 0 ? m_child : nullptr;
-        job.names = std::move(names);
         return job;
     }
 
