@@ -13,13 +13,13 @@ NS_ASSUME_NONNULL_BEGIN
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 @end
 
-// developer.apple.com/documentation/appkit/nsapplication
+// developer.apple.com/documentation/appkit/nsapplication (page not seen)
 @interface NSApplication : NSResponder
-// developer.apple.com/documentation/appkit/nsapplication/shared
+// developer.apple.com/documentation/appkit/nsapplication/shared (page not seen)
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
-// developer.apple.com/documentation/appkit/nsapplication/delegate
+// developer.apple.com/documentation/appkit/nsapplication/delegate (page not seen)
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
-// developer.apple.com/documentation/appkit/nsapplication/docktile
+// developer.apple.com/documentation/appkit/nsapplication/docktile (page not seen)
 @property(readonly, strong) NSDockTile* dockTile;
 // developer.apple.com/documentation/appkit/nsapplication/setactivationpolicy(_:)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;

@@ -3,13 +3,13 @@
 #import <AppKit/NSView.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nscontrol
+// developer.apple.com/documentation/appkit/nscontrol (page not seen)
 @interface NSControl : NSView
 @end
 
-// developer.apple.com/documentation/appkit/nsbutton
+// developer.apple.com/documentation/appkit/nsbutton (page not seen)
 @interface NSButton : NSControl
-// developer.apple.com/documentation/appkit/nsbutton/title
+// developer.apple.com/documentation/appkit/nsbutton/title (page not seen)
 @property(copy) NSString* title;
 @end
 

@@ -3,9 +3,9 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nsdocktile
+// developer.apple.com/documentation/appkit/nsdocktile (page not seen)
 @interface NSDockTile : NSObject
-// developer.apple.com/documentation/appkit/nsdocktile/badgelabel
+// developer.apple.com/documentation/appkit/nsdocktile/badgelabel (page not seen)
 @property(nullable, copy) NSString* badgeLabel;
 @end
 NS_ASSUME_NONNULL_END

@@ -15,19 +15,19 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)menuDidClose:(NSMenu*)menu;
 @end
 
-// developer.apple.com/documentation/appkit/nsmenu
+// developer.apple.com/documentation/appkit/nsmenu (page not seen)
 @interface NSMenu : NSObject
-// developer.apple.com/documentation/appkit/nsmenu/init(title:)
+// developer.apple.com/documentation/appkit/nsmenu/init(title:) (page not seen)
 - (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
-// developer.apple.com/documentation/appkit/nsmenu/autoenablesitems
+// developer.apple.com/documentation/appkit/nsmenu/autoenablesitems (page not seen)
 @property BOOL autoenablesItems;
-// developer.apple.com/documentation/appkit/nsmenu/delegate
+// developer.apple.com/documentation/appkit/nsmenu/delegate (page not seen)
 @property(nullable, weak) id<NSMenuDelegate> delegate;
-// developer.apple.com/documentation/appkit/nsmenu/additem(_:)
+// developer.apple.com/documentation/appkit/nsmenu/additem(_:) (page not seen)
 - (void)addItem:(NSMenuItem*)newItem;
 // developer.apple.com/documentation/appkit/nsmenu/removeallitems()
 - (void)removeAllItems;
-// developer.apple.com/documentation/appkit/nsmenu/item(at:)
+// developer.apple.com/documentation/appkit/nsmenu/item(at:) (page not seen)
 - (nullable NSMenuItem*)itemAtIndex:(NSInteger)index;
 @end
 NS_ASSUME_NONNULL_END

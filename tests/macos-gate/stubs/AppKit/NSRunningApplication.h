@@ -10,15 +10,15 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
     NSApplicationActivationPolicyProhibited,
 };
 
-// developer.apple.com/documentation/appkit/nsapplication/activationoptions
+// developer.apple.com/documentation/appkit/nsapplication/activationoptions (page not seen)
 typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
-    // developer.apple.com/documentation/appkit/nsapplication/activationoptions/activateallwindows
+    // developer.apple.com/documentation/appkit/nsapplication/activationoptions/activateallwindows (page not seen)
     NSApplicationActivateAllWindows = 1 << 0,
 };
 
 // developer.apple.com/documentation/appkit/nsrunningapplication
 @interface NSRunningApplication : NSObject
-// developer.apple.com/documentation/appkit/nsrunningapplication/init(processidentifier:)
+// developer.apple.com/documentation/appkit/nsrunningapplication/init(processidentifier:) (page not seen)
 + (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
 // developer.apple.com/documentation/appkit/nsrunningapplication/activate(options:)
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;

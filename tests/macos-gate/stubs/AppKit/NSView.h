@@ -3,13 +3,13 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nsresponder
+// developer.apple.com/documentation/appkit/nsresponder (page not seen)
 @interface NSResponder : NSObject
 @end
 
-// developer.apple.com/documentation/appkit/nsview
+// developer.apple.com/documentation/appkit/nsview (page not seen)
 @interface NSView : NSResponder
-// developer.apple.com/documentation/appkit/nsview/tooltip
+// developer.apple.com/documentation/appkit/nsview/tooltip (page not seen)
 @property(nullable, copy) NSString* toolTip;
 // developer.apple.com/documentation/appkit/nsaccessibility-c.protocol/accessibilitytitle
 @property(nullable, copy) NSString* accessibilityTitle API_AVAILABLE(macos(10.10));

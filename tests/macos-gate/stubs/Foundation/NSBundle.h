@@ -11,9 +11,9 @@ NS_ASSUME_NONNULL_BEGIN
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
 // developer.apple.com/documentation/foundation/bundle/executableurl
 @property(nullable, readonly, copy) NSURL* executableURL API_AVAILABLE(macos(10.6));
-// developer.apple.com/documentation/foundation/bundle/resourceurl
+// developer.apple.com/documentation/foundation/bundle/resourceurl (page not seen)
 @property(nullable, readonly, copy) NSURL* resourceURL API_AVAILABLE(macos(10.6));
-// developer.apple.com/documentation/foundation/bundle/object(forinfodictionarykey:)
+// developer.apple.com/documentation/foundation/bundle/object(forinfodictionarykey:) (page not seen)
 - (nullable id)objectForInfoDictionaryKey:(NSString*)key;
 @end
 NS_ASSUME_NONNULL_END

@@ -3,14 +3,14 @@
 #import <Foundation/NSArray.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/foundation/runloop/mode
+// developer.apple.com/documentation/foundation/runloop/mode (page not seen)
 typedef NSString* NSRunLoopMode;
-// developer.apple.com/documentation/foundation/runloop/mode/default
+// developer.apple.com/documentation/foundation/runloop/mode/default (page not seen)
 FOUNDATION_EXPORT NSRunLoopMode const NSDefaultRunLoopMode;
 
-// developer.apple.com/documentation/foundation/runloop
+// developer.apple.com/documentation/foundation/runloop (page not seen)
 @interface NSRunLoop : NSObject
-// developer.apple.com/documentation/foundation/runloop/main
+// developer.apple.com/documentation/foundation/runloop/main (page not seen)
 @property(class, readonly, strong) NSRunLoop* mainRunLoop API_AVAILABLE(macos(10.5));
 // developer.apple.com/documentation/foundation/runloop/perform(inmodes:block:)
 - (void)performInModes:(NSArray<NSRunLoopMode>*)modes block:(void (^)(void))block API_AVAILABLE(macos(10.12));
