@@ -82,6 +82,8 @@ TrashError MacTrashMove::giveBack(const std::string& location, const FileIdentit
             if (returned.ok() && returned.value().identity == other) {
                 return protectedOrChanged();
             }
+            // It was exchanged in the Trash, and what came in its stead belongs there.
+            static_cast<void>(renameIfFree(folder.get(), m_item.leaf, AT_FDCWD, location));
             break;
         }
         if (!mayChange(error)) {

@@ -194,6 +194,18 @@ TEST_F(MacTrashMoveTest, whatWasExchangedInTheTrashIsNotTakenForTheItem) {
     EXPECT_EQ(contentOf(trashFolder + "/a/content"), "another");
 }
 
+TEST_F(MacTrashMoveTest, whatIsExchangedInTheTrashBeforeItGoesBackStaysInTheTrash) {
+    trash("x", "of the Trash");
+    makeFolder("a", "confirmed");
+    makeFolder("other", "another");
+    system.beforeRename = [this] { exchange(home + "/a", home + "/other"); };
+    fake_darwin::files().beforeRename = [this] { exchange(trashFolder + "/a", trashFolder + "/x"); };
+    expectLeftInTrash("a");
+    EXPECT_FALSE(fs::exists(home + "/a"));
+    EXPECT_EQ(contentOf(trashFolder + "/a/content"), "of the Trash");
+    EXPECT_EQ(contentOf(trashFolder + "/x/content"), "another");
+}
+
 TEST_F(MacTrashMoveTest, withoutTheKernelsWordForTheFolderNothingIsHandedToTheSystem) {
     makeFolder("a");
     fake_darwin::files().pathError = ENOENT;
