@@ -7,7 +7,6 @@
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
-#include <vector>
 
 #include "base/Localized.h"
 #include "base/Text.h"

@@ -19,7 +19,8 @@ typedef NS_ENUM(NSUInteger, NSNotificationSuspensionBehavior) {
                   name:(nullable NSNotificationName)name
                 object:(nullable NSString*)object
     suspensionBehavior:(NSNotificationSuspensionBehavior)suspensionBehavior;
-// developer.apple.com/documentation/foundation/distributednotificationcenter/postnotificationname(_:object:userinfo:deliverimmediately:) (page not seen)
+// developer.apple.com/documentation/foundation/distributednotificationcenter/postnotificationname(_:object:userinfo:deliverimmediately:)
+// (page not seen)
 - (void)postNotificationName:(NSNotificationName)name
                       object:(nullable NSString*)object
                     userInfo:(nullable NSDictionary*)userInfo
