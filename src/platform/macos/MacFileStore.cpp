@@ -1,12 +1,12 @@
 #include "platform/macos/MacFileStore.h"
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <utility>
 
 #include "platform/macos/MacFileDescriptor.h"
