@@ -22,7 +22,7 @@ SOUND = {
     'workspace/Store.h': '#pragma once\n#include <nlohmann/json.hpp>\n#include "engine/Engine.h"\n',
     'ui/Window.cpp': '#include <QWidget>\n#include "storage/CleanTarget.h"\n#include "workspace/Store.h"\n'
                      '#include "Window.moc"\n',
-    'app/main.cpp': '#include <unistd.h>\n#include "platform/linux/LinuxClock.h"\n',
+    'app/main.cpp': '#include <unistd.h>\n#include "platform/Clock.h"\n',
     'platform/linux/LinuxClock.h': '#pragma once\n',
 }
 
@@ -58,6 +58,14 @@ class Checker(unittest.TestCase):
     def test_a_contract_may_not_include_its_implementation(self):
         self.assert_reported('platform/Bad.cpp', '#include "platform/linux/LinuxClock.h"\n',
                              'platform may not include platform/linux')
+
+    def test_the_application_knows_no_system(self):
+        self.assert_reported('app/Bad.cpp', '#include "platform/linux/LinuxClock.h"\n',
+                             'app may not include platform/linux')
+
+    def test_systems_do_not_know_each_other_in_objective_c_either(self):
+        self.assert_reported('platform/macos/Bad.mm', '#import "platform/linux/LinuxClock.h"\n',
+                             'platform/macos may not include platform/linux')
 
     def test_the_core_may_not_use_qt(self):
         self.assert_reported('workspace/Bad.cpp', '#include <QString>\n', 'workspace may not use Qt')
