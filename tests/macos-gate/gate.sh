@@ -39,7 +39,7 @@ quietly() { # log command...
   local log=$1
   shift
   "$@" >"$log" 2>&1 && return
-  grep -E -A6 '(error|Error|undefined symbol|FAILED)' "$log" | head -n 80 || tail -n 40 -- "$log"
+  grep -vE '^\[[0-9]+/[0-9]+\]' "$log" | grep -E -A6 '([Ee]rror:|CMake Error|FAILED)' | head -n 80 || tail -n 40 -- "$log"
   return 1
 }
 
@@ -67,7 +67,7 @@ configure() { # architecture
 build() { # architecture
   configure "$1" || stage_failed configure || return
   if ! quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs" "${chosen_files[@]/%/^}"; then
-    if grep -q '^ld64.lld: error' "$work/build.$1.log"; then
+    if grep -qE '^ld64\.lld(-[0-9]+)?: error' "$work/build.$1.log"; then
       stage_failed link
     elif grep -q 'FAILED: .*/facts/' "$work/build.$1.log"; then
       stage_failed facts

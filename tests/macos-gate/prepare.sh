@@ -85,7 +85,7 @@ list_exports() {
 lay_out_framework() {
   mkdir -p "$2/$1.framework"
   ln -sfn "$here/stubs/$1" "$2/$1.framework/Headers"
-  ln -sfn "$here/tbd/$1.tbd" "$2/$1.framework/$1.tbd"
+  [[ ! -f $here/tbd/$1.tbd ]] || ln -sfn "$here/tbd/$1.tbd" "$2/$1.framework/$1.tbd"
 }
 
 prepare_sdk() {

@@ -22,7 +22,7 @@ set(CMAKE_OBJCXX_FLAGS_INIT "${flags}")
 # Enough for the calls that automatic reference counting makes in an optimised build, and quick.
 set(CMAKE_CXX_FLAGS_RELEASE "-O1 -DNDEBUG" CACHE STRING "")
 set(CMAKE_OBJCXX_FLAGS_RELEASE "-O1 -DNDEBUG" CACHE STRING "")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "--ld-path=/usr/bin/ld64.lld-${KESTRUNE_GATE_LLVM}")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld --ld-path=/usr/bin/ld64.lld-${KESTRUNE_GATE_LLVM}")
 
 # Qt's package files and generators are the installed ones; everything else is what gate.sh laid out.
 set(CMAKE_LIBRARY_ARCHITECTURE x86_64-linux-gnu)
