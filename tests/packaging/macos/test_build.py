@@ -89,6 +89,11 @@ class WithoutUpdater(Configured):
                 self.assertNotIn('-fobjc-arc', line, name)
                 self.assertIn('-mmacosx-version-min=13.0', line, name)
 
+    def test_what_a_newer_qt_calls_deprecated_is_no_error(self):
+        for name, line in self.build.commands().items():
+            if name.startswith(('src/ui/', 'src/app/', 'tests/ui/', 'packaging/')):
+                self.assertIn('-DQT_DEPRECATED_WARNINGS_SINCE=0x060400', line, name)
+
     def test_the_program_is_linked_with_what_the_systems_linker_knows(self):
         rule = self.linked()
         for framework in ('AppKit', 'CoreFoundation', 'Foundation', 'IOKit', 'ServiceManagement', 'UserNotifications'):
