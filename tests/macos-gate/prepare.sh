@@ -71,13 +71,14 @@ prepare_darwin() {
   rm -rf -- "$work/darwin" && mv -- "$new" "$work/darwin"
 }
 
-# list_exports INSTALL_NAME FILE...: an export list (.tbd) of what the ELF libraries export, under Darwin's names.
+# list_exports INSTALL_NAME FILE...: an export list (.tbd) of what the ELF libraries export, under Darwin's names: one
+# more underscore, and the C library's FILE has another tag there.
 list_exports() {
   local name=$1
   shift
   printf -- '--- !tapi-tbd\ntbd-version: 4\ntargets: [ arm64-macos, x86_64-macos ]\n'
   printf "install-name: '%s'\nexports:\n  - targets: [ arm64-macos, x86_64-macos ]\n    symbols: [" "$name"
-  llvm-nm-$llvm --dynamic --defined-only --format=just-symbols "$@" | sed -n 's/@.*//; s/^[A-Za-z_].*/ "_&",/p' | sort -u
+  llvm-nm-$llvm --dynamic --defined-only --format=just-symbols "$@" | sed -n 's/@.*//; s/8_IO_FILE/7__sFILE/; s/^[A-Za-z_].*/ "_&",/p' | sort -u
   printf ' ]\n...\n'
 }
 
@@ -86,6 +87,11 @@ lay_out_framework() {
   mkdir -p "$2/$1.framework"
   ln -sfn "$here/stubs/$1" "$2/$1.framework/Headers"
   [[ ! -f $here/tbd/$1.tbd ]] || ln -sfn "$here/tbd/$1.tbd" "$2/$1.framework/$1.tbd"
+}
+
+# is_fresh LIST LIBRARY: the list was made of this library, and by these rules.
+is_fresh() {
+  [[ $1 -nt $2 && $1 -nt $here/prepare.sh ]]
 }
 
 prepare_sdk() {
@@ -106,12 +112,12 @@ prepare_sdk() {
   ln -sfn "$here/tbd/libintl.tbd" "$sdk/opt/lib/libintl.tbd"
   ln -sfn "$here/tbd/libobjc.tbd" "$sdk/usr/lib/libobjc.tbd"
   ln -sfn "$work/darwin/darwin/libSystem.13.tbd" "$sdk/usr/lib/libSystem.tbd"
-  if [[ ! -f $sdk/usr/lib/libc++.tbd ]]; then
+  if ! is_fresh "$sdk/usr/lib/libc++.tbd" "$work/darwin/.done"; then
     list_exports /usr/lib/libc++.1.dylib "$work"/darwin/libcxx-exports/libc++{,abi}.so.1 >"$sdk/libc++.new"
     mv -- "$sdk/libc++.new" "$sdk/usr/lib/libc++.tbd"
   fi
   for name in Core Gui Widgets Svg Network; do
-    [[ $sdk/qt/Qt6$name.tbd -nt /usr/lib/$multiarch/libQt6$name.so.6 ]] && continue
+    is_fresh "$sdk/qt/Qt6$name.tbd" "/usr/lib/$multiarch/libQt6$name.so.6" && continue
     list_exports "@rpath/Qt$name.framework/Versions/A/Qt$name" "/usr/lib/$multiarch/libQt6$name.so.6" >"$sdk/qt/$name.new"
     mv -- "$sdk/qt/$name.new" "$sdk/qt/Qt6$name.tbd"
   done
