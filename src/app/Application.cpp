@@ -96,7 +96,10 @@ Application::Application(BuildSettings settings)
                   .exit = [] { QCoreApplication::exit(); }}) {
     m_services.terminationRequests->start([this] { m_delegate.terminateAfterCurrentItem(); });
     QCoreApplication::instance()->installEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
+    // Elsewhere the toolkit emits this before every request to quit, and always says that nobody may be asked.
+    if (!m_services.sessionAsksToQuit) {
+        connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &Application::sessionEnds, Qt::DirectConnection);
+    }
 }
 
 Application::~Application() {

@@ -39,6 +39,7 @@ struct PlatformServices {
     std::string homeDirectory;           ///< the account's home folder, its links resolved once
     std::int32_t processIdentifier = 0;  ///< of this program
     bool hasGlobalMenuBar = false;       ///< one menu bar belongs to the program in front; windows have none
+    bool sessionAsksToQuit = false;      ///< the end of the session is a request to quit like any other
     std::unique_ptr<HostStatistics> hostStatistics;
     std::unique_ptr<PowerSources> powerSources;
     std::unique_ptr<VolumeInfo> volumeInfo;

@@ -9,7 +9,7 @@ class SingleInstance {
 public:
     enum class Outcome {
         first,
-        otherCameForward,    ///< the program runs already and has been told
+        otherCameForward,    ///< the program runs already and has been told, unless nobody asked for this start
         otherDoesNotAnswer,  ///< the program runs already but is too busy, or stopped
     };
 

@@ -83,6 +83,7 @@ PlatformServices makePlatformServices() {
         services.homeDirectory = MacAccount::homeDirectory();
         services.processIdentifier = ::getpid();
         services.hasGlobalMenuBar = true;
+        services.sessionAsksToQuit = true;
         services.hostStatistics = std::make_unique<MacHostStatistics>();
         services.powerSources = std::make_unique<MacPowerSources>();
         services.memoryPressure = std::make_unique<MacMemoryPressure>();
@@ -92,14 +93,15 @@ PlatformServices makePlatformServices() {
         services.notificationCenter = std::make_unique<MacNotificationCenter>();
         services.appearance = std::make_unique<MacAppearance>();
         services.linkOpener = std::make_unique<MacLinkOpener>(pathOf(bundle.resourceURL) + "/help");
+        const bool isTheAgent = isTheLaunchAgent();
         services.loginItem = std::make_unique<MacLoginItem>(
-            MacLoginItem::Program{services.homeDirectory, pathOf(bundle.executableURL), ::getuid(), isTheLaunchAgent()},
+            MacLoginItem::Program{services.homeDirectory, pathOf(bundle.executableURL), ::getuid(), isTheAgent},
             std::make_unique<MacLoginItemList>(), *services.fileStore, *services.processRunner,
             std::make_unique<ThreadSerialQueue>("com.torvandelsyn.kestrune.login"));
         services.dockTile = std::make_unique<MacDockTile>();
         services.statusItem = std::make_unique<MacStatusItem>();
         services.singleInstance = std::make_unique<MacSingleInstance>(
-            services.homeDirectory + "/Library/Application Support/Kestrune/instance.lock");
+            services.homeDirectory + "/Library/Application Support/Kestrune/instance.lock", !isTheAgent);
         services.updater = makeMacUpdater();
         return services;
     }

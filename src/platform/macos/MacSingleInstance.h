@@ -12,8 +12,9 @@ namespace kestrune {
 /// reaches the same reopen, through the application's delegate.
 class MacSingleInstance final : public SingleInstance {
 public:
-    /// lockFile lies in a folder of the user's own.
-    explicit MacSingleInstance(std::string lockFile);
+    /// lockFile lies in a folder of the user's own. A start that only the system asked for leaves a program that runs
+    /// already as it is: launchd starts an agent at once when it is made known.
+    MacSingleInstance(std::string lockFile, bool isAskedFor);
     ~MacSingleInstance() override;
 
     void acquire(std::function<void()> reopen, std::function<void(Outcome)> answer) override;

@@ -60,9 +60,10 @@ void post(NSString* _Nonnull name) {
 namespace kestrune {
 
 struct MacSingleInstance::Parts {
-    explicit Parts(std::string lockFile) : lock(std::move(lockFile)) {}
+    Parts(std::string lockFile, bool askedFor) : lock(std::move(lockFile)), isAskedFor(askedFor) {}
 
     MacInstanceLock lock;
+    const bool isAskedFor;
     KestruneInstanceListener* _Nullable listener = nil;
 };
 
@@ -81,7 +82,8 @@ Answer once(Answer answer) {
 
 }  // namespace
 
-MacSingleInstance::MacSingleInstance(std::string lockFile) : m_parts(std::make_unique<Parts>(std::move(lockFile))) {
+MacSingleInstance::MacSingleInstance(std::string lockFile, bool isAskedFor)
+    : m_parts(std::make_unique<Parts>(std::move(lockFile), isAskedFor)) {
 }
 
 MacSingleInstance::~MacSingleInstance() {
@@ -98,6 +100,13 @@ void MacSingleInstance::acquire(std::function<void()> reopen, std::function<void
         };
         m_parts->listener = [[KestruneInstanceListener alloc] initWithName:startedAgain heard:comeForward];
         return answer(Outcome::first);
+    }
+    if (!m_parts->isAskedFor) {
+        // Later: the event loop, which the answer ends, may not run yet.
+        dispatch_async(dispatch_get_main_queue(), ^{
+          answer(Outcome::otherCameForward);
+        });
+        return;
     }
     const Answer answerOnce = once(std::move(answer));
     m_parts->listener =
