@@ -71,10 +71,20 @@ class Declarations(unittest.TestCase):
             done = subprocess.run([sys.executable, '-B', HERE / 'declarations.py', folder], capture_output=True, text=True)
         return done.returncode, done.stdout.splitlines()
 
+    def counted(self, seen, elsewhere, unseen):
+        return (f'{seen} declarations carry their page, {elsewhere} somebody else\'s, '
+                f'{unseen} are marked "(page not seen)", 0 say nothing')
+
     def test_a_declaration_with_its_page_passes(self):
         code, said = self.check('#pragma once\n// example.org/documentation/class\n@interface Class : NSObject\n'
                                 '// example.org/documentation/class/name (page not seen)\n@property NSString* name;\n@end\n')
-        self.assertEqual((0, ['1 declarations carry their page, 1 are marked "(page not seen)", 0 say nothing']), (code, said))
+        self.assertEqual((0, [self.counted(1, 0, 1)]), (code, said))
+
+    def test_a_page_that_only_somebody_else_has_is_counted_apart(self):
+        code, said = self.check('// example.org/documentation/one (page not seen; example.net/binding/one)\nlong one(void);\n'
+                                '// example.org/documentation/two\n//   (page not seen; example.net/binding/two)\nlong two(void);\n'
+                                '// example.org/documentation/three\nlong three(void);\n')
+        self.assertEqual((0, [self.counted(1, 2, 0)]), (code, said))
 
     def test_a_method_below_another_ones_page_is_named(self):
         code, said = self.check('// example.org/documentation/class\n@interface Class\n'
@@ -90,7 +100,7 @@ class Declarations(unittest.TestCase):
 
     def test_macros_and_forward_declarations_need_none(self):
         code, said = self.check('#define A(b) \\\n    b;\n@class Other;\n// function(3)\nint function(void);\n')
-        self.assertEqual((0, ['1 declarations carry their page, 0 are marked "(page not seen)", 0 say nothing']), (code, said))
+        self.assertEqual((0, [self.counted(1, 0, 0)]), (code, said))
 
     def test_an_empty_folder_does_not_pass(self):
         self.assertEqual(1, self.check('#pragma once\n')[0])

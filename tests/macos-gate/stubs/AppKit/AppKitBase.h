@@ -3,7 +3,7 @@
 #import <Foundation/Foundation.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/corefoundation/cgfloat (page not seen)
+// developer.apple.com/documentation/corefoundation/cgfloat-c.typealias
 typedef double CGFloat;
 
 @class NSApplication, NSButton, NSImage, NSMenu, NSMenuItem, NSRunningApplication, NSStatusBar, NSStatusBarButton;

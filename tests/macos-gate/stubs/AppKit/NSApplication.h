@@ -13,13 +13,14 @@ NS_ASSUME_NONNULL_BEGIN
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 @end
 
-// developer.apple.com/documentation/appkit/nsapplication (page not seen)
+// developer.apple.com/documentation/appkit/nsapplication
 @interface NSApplication : NSResponder
-// developer.apple.com/documentation/appkit/nsapplication/shared (page not seen)
+// developer.apple.com/documentation/appkit/nsapplication/shared
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
-// developer.apple.com/documentation/appkit/nsapplication/delegate (page not seen)
+// developer.apple.com/documentation/appkit/nsapplication/delegate
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
-// developer.apple.com/documentation/appkit/nsapplication/docktile (page not seen)
+// developer.apple.com/documentation/appkit/nsapplication/docktile
+//   (page not seen; learn.microsoft.com/en-us/dotnet/api/appkit.nsapplication.docktile)
 @property(readonly, strong) NSDockTile* dockTile;
 // developer.apple.com/documentation/appkit/nsapplication/setactivationpolicy(_:)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;

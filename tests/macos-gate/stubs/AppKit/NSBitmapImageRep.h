@@ -6,7 +6,7 @@
 NS_ASSUME_NONNULL_BEGIN
 // developer.apple.com/documentation/appkit/nsbitmapimagerep/filetype
 typedef NS_ENUM(NSUInteger, NSBitmapImageFileType) {
-    // developer.apple.com/documentation/appkit/nsbitmapimagerep/filetype/png
+    // value: docs.rs/crate/icrate/0.1.2/source/src/generated/AppKit/NSBitmapImageRep.rs
     NSBitmapImageFileTypePNG = 4,
 };
 // developer.apple.com/documentation/appkit/nsbitmapimagerep/propertykey
@@ -17,6 +17,7 @@ typedef NSString* NSBitmapImageRepPropertyKey;
 @end
 
 // developer.apple.com/documentation/appkit/nsbitmapimagerep
+//   (page not seen; learn.microsoft.com/en-us/dotnet/api/appkit.nsbitmapimagerep)
 @interface NSBitmapImageRep : NSImageRep
 // developer.apple.com/documentation/appkit/nsbitmapimagerep/init(cgimage:)-7o5tz
 - (instancetype)initWithCGImage:(CGImageRef)cgImage;

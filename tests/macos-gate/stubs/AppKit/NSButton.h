@@ -3,13 +3,14 @@
 #import <AppKit/NSView.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nscontrol (page not seen)
+// developer.apple.com/documentation/appkit/nscontrol
+//   (page not seen; oreilly.com/library/view/cocoa-programming/0672322307/0672322307_ch10lev1sec1.html)
 @interface NSControl : NSView
 @end
 
-// developer.apple.com/documentation/appkit/nsbutton (page not seen)
+// developer.apple.com/documentation/appkit/nsbutton
 @interface NSButton : NSControl
-// developer.apple.com/documentation/appkit/nsbutton/title (page not seen)
+// developer.apple.com/documentation/appkit/nsbutton/title
 @property(copy) NSString* title;
 @end
 

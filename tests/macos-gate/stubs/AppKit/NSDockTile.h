@@ -3,9 +3,9 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nsdocktile (page not seen)
+// developer.apple.com/documentation/appkit/nsdocktile
 @interface NSDockTile : NSObject
-// developer.apple.com/documentation/appkit/nsdocktile/badgelabel (page not seen)
+// developer.apple.com/documentation/appkit/nsdocktile/badgelabel
 @property(nullable, copy) NSString* badgeLabel;
 @end
 NS_ASSUME_NONNULL_END

@@ -6,7 +6,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 @class NSGraphicsContext;
-// developer.apple.com/documentation/appkit/nsimagerep/hintkey (page not seen)
+// developer.apple.com/documentation/appkit/nsimagerep/hintkey
 typedef NSString* NSImageHintKey;
 
 // developer.apple.com/documentation/appkit/nsimage

@@ -15,19 +15,19 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)menuDidClose:(NSMenu*)menu;
 @end
 
-// developer.apple.com/documentation/appkit/nsmenu (page not seen)
+// developer.apple.com/documentation/appkit/nsmenu (page not seen; learn.microsoft.com/en-us/dotnet/api/appkit.nsmenu)
 @interface NSMenu : NSObject
-// developer.apple.com/documentation/appkit/nsmenu/init(title:) (page not seen)
+// developer.apple.com/documentation/appkit/nsmenu/init(title:)
 - (instancetype)initWithTitle:(NSString*)title NS_DESIGNATED_INITIALIZER;
-// developer.apple.com/documentation/appkit/nsmenu/autoenablesitems (page not seen)
+// developer.apple.com/documentation/appkit/nsmenu/autoenablesitems
 @property BOOL autoenablesItems;
-// developer.apple.com/documentation/appkit/nsmenu/delegate (page not seen)
+// developer.apple.com/documentation/appkit/nsmenu/delegate
 @property(nullable, weak) id<NSMenuDelegate> delegate;
-// developer.apple.com/documentation/appkit/nsmenu/additem(_:) (page not seen)
+// developer.apple.com/documentation/appkit/nsmenu/additem(_:)
 - (void)addItem:(NSMenuItem*)newItem;
 // developer.apple.com/documentation/appkit/nsmenu/removeallitems()
 - (void)removeAllItems;
-// developer.apple.com/documentation/appkit/nsmenu/item(at:) (page not seen)
+// developer.apple.com/documentation/appkit/nsmenu/item(at:)
 - (nullable NSMenuItem*)itemAtIndex:(NSInteger)index;
 @end
 NS_ASSUME_NONNULL_END

@@ -3,22 +3,26 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nsapplication/activationpolicy-swift.enum
+// values: learn.microsoft.com/en-us/dotnet/api/appkit.nsapplicationactivationpolicy
 typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+    // developer.apple.com/documentation/appkit/nsapplication/activationpolicy-swift.enum/regular
     NSApplicationActivationPolicyRegular,
+    // developer.apple.com/documentation/appkit/nsapplication/activationpolicy-swift.enum/accessory
     NSApplicationActivationPolicyAccessory,
+    // developer.apple.com/documentation/appkit/nsapplication/activationpolicy-swift.enum/prohibited
     NSApplicationActivationPolicyProhibited,
 };
 
-// developer.apple.com/documentation/appkit/nsapplication/activationoptions (page not seen)
+// developer.apple.com/documentation/appkit/nsapplication/activationoptions
 typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
-    // developer.apple.com/documentation/appkit/nsapplication/activationoptions/activateallwindows (page not seen)
+    // developer.apple.com/documentation/appkit/nsapplication/activationoptions/activateallwindows
+    // value: learn.microsoft.com/en-us/dotnet/api/appkit.nsapplicationactivationoptions
     NSApplicationActivateAllWindows = 1 << 0,
 };
 
 // developer.apple.com/documentation/appkit/nsrunningapplication
 @interface NSRunningApplication : NSObject
-// developer.apple.com/documentation/appkit/nsrunningapplication/init(processidentifier:) (page not seen)
+// developer.apple.com/documentation/appkit/nsrunningapplication/init(processidentifier:)
 + (nullable instancetype)runningApplicationWithProcessIdentifier:(pid_t)pid;
 // developer.apple.com/documentation/appkit/nsrunningapplication/activate(options:)
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
@@ -41,6 +45,7 @@ typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
 // developer.apple.com/documentation/appkit/nsrunningapplication/terminate()
 - (BOOL)terminate;
 // developer.apple.com/documentation/appkit/nsrunningapplication/forceterminate()
+//   (page not seen; learn.microsoft.com/en-us/dotnet/api/appkit.nsrunningapplication.forceterminate)
 - (BOOL)forceTerminate;
 @end
 NS_ASSUME_NONNULL_END

@@ -3,7 +3,7 @@
 #import <AppKit/NSStatusItem.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nsstatusitem/variablelength (page not seen)
+// developer.apple.com/documentation/appkit/nsstatusitem/variablelength
 FOUNDATION_EXPORT const CGFloat NSVariableStatusItemLength;
 
 // developer.apple.com/documentation/appkit/nsstatusbar

@@ -3,13 +3,14 @@
 #import <AppKit/AppKitBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/appkit/nsresponder (page not seen)
+// developer.apple.com/documentation/appkit/nsresponder
+//   (page not seen; learn.microsoft.com/en-us/dotnet/api/appkit.nsresponder)
 @interface NSResponder : NSObject
 @end
 
-// developer.apple.com/documentation/appkit/nsview (page not seen)
+// developer.apple.com/documentation/appkit/nsview
 @interface NSView : NSResponder
-// developer.apple.com/documentation/appkit/nsview/tooltip (page not seen)
+// developer.apple.com/documentation/appkit/nsview/tooltip
 @property(nullable, copy) NSString* toolTip;
 // developer.apple.com/documentation/appkit/nsaccessibility-c.protocol/accessibilitytitle
 @property(nullable, copy) NSString* accessibilityTitle API_AVAILABLE(macos(10.10));

@@ -36,12 +36,12 @@ NS_ASSUME_NONNULL_BEGIN
 @class NSArray<ObjectType>, NSDictionary<KeyType, ObjectType>, NSString, NSURL, NSError, NSDate, NSNumber;
 // developer.apple.com/documentation/foundation/timeinterval
 typedef double NSTimeInterval;
-// developer.apple.com/documentation/foundation/nszone (page not seen)
+// developer.apple.com/documentation/objectivec/nszone
 typedef struct _NSZone NSZone;
 
-// developer.apple.com/documentation/foundation/nscopying (page not seen)
+// developer.apple.com/documentation/foundation/nscopying
 @protocol NSCopying
-// developer.apple.com/documentation/foundation/nscopying/copy(with:) (page not seen)
+// developer.apple.com/documentation/foundation/nscopying/copy(with:)
 - (id)copyWithZone:(nullable NSZone*)zone;
 @end
 
@@ -61,7 +61,7 @@ typedef struct {
                                     count:(NSUInteger)len;
 @end
 
-// developer.apple.com/documentation/foundation/nssecurecoding (page not seen)
+// developer.apple.com/documentation/foundation/nssecurecoding
 @protocol NSSecureCoding
 @end
 

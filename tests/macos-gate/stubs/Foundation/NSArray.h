@@ -5,7 +5,8 @@
 NS_ASSUME_NONNULL_BEGIN
 // developer.apple.com/documentation/foundation/nsarray
 @interface NSArray<__covariant ObjectType> : NSObject <NSCopying, NSFastEnumeration>
-// developer.apple.com/documentation/foundation/nsarray/count (page not seen)
+// developer.apple.com/documentation/foundation/nsarray/count
+//   (page not seen; pub.dev/documentation/maplibre_ios/latest/objective_c/NSArray$Methods.html)
 @property(readonly) NSUInteger count;
 // developer.apple.com/documentation/foundation/nsarray/subscript(_:)
 - (ObjectType)objectAtIndexedSubscript:(NSUInteger)idx;

@@ -7,13 +7,13 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSBundle : NSObject
 // developer.apple.com/documentation/foundation/bundle/main
 @property(class, readonly, strong) NSBundle* mainBundle;
-// developer.apple.com/documentation/foundation/bundle/bundleidentifier (page not seen)
+// developer.apple.com/documentation/foundation/bundle/bundleidentifier
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
 // developer.apple.com/documentation/foundation/bundle/executableurl
 @property(nullable, readonly, copy) NSURL* executableURL API_AVAILABLE(macos(10.6));
-// developer.apple.com/documentation/foundation/bundle/resourceurl (page not seen)
+// developer.apple.com/documentation/foundation/bundle/resourceurl
 @property(nullable, readonly, copy) NSURL* resourceURL API_AVAILABLE(macos(10.6));
-// developer.apple.com/documentation/foundation/bundle/object(forinfodictionarykey:) (page not seen)
+// developer.apple.com/documentation/foundation/bundle/object(forinfodictionarykey:)
 - (nullable id)objectForInfoDictionaryKey:(NSString*)key;
 @end
 NS_ASSUME_NONNULL_END

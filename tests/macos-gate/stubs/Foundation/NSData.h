@@ -6,9 +6,10 @@ NS_ASSUME_NONNULL_BEGIN
 
 // developer.apple.com/documentation/foundation/nsdata
 @interface NSData : NSObject <NSCopying, NSSecureCoding>
-// developer.apple.com/documentation/foundation/nsdata/length (page not seen)
+// developer.apple.com/documentation/foundation/nsdata/length
+//   (page not seen; pub.dev/documentation/cupertino_http/latest/cupertino_http/Data/length.html)
 @property(readonly) NSUInteger length;
-// developer.apple.com/documentation/foundation/nsdata/bytes (page not seen)
+// developer.apple.com/documentation/foundation/nsdata/bytes
 @property(readonly) const void* bytes NS_RETURNS_INNER_POINTER;
 // developer.apple.com/documentation/foundation/nsdata/datawithbytes:length:
 + (instancetype)dataWithBytes:(nullable const void*)bytes length:(NSUInteger)length;

@@ -9,9 +9,9 @@ typedef NS_ENUM(NSUInteger, NSNotificationSuspensionBehavior) {
     NSNotificationSuspensionBehaviorDeliverImmediately = 4,
 };
 
-// developer.apple.com/documentation/foundation/distributednotificationcenter (page not seen)
+// developer.apple.com/documentation/foundation/distributednotificationcenter
 @interface NSDistributedNotificationCenter : NSNotificationCenter
-// developer.apple.com/documentation/foundation/distributednotificationcenter/default() (page not seen)
+// developer.apple.com/documentation/foundation/distributednotificationcenter/default()
 + (NSDistributedNotificationCenter*)defaultCenter;
 // developer.apple.com/documentation/foundation/distributednotificationcenter/addobserver(_:selector:name:object:suspensionbehavior:)
 - (void)addObserver:(id)observer
@@ -20,7 +20,6 @@ typedef NS_ENUM(NSUInteger, NSNotificationSuspensionBehavior) {
                 object:(nullable NSString*)object
     suspensionBehavior:(NSNotificationSuspensionBehavior)suspensionBehavior;
 // developer.apple.com/documentation/foundation/distributednotificationcenter/postnotificationname(_:object:userinfo:deliverimmediately:)
-// (page not seen)
 - (void)postNotificationName:(NSNotificationName)name
                       object:(nullable NSString*)object
                     userInfo:(nullable NSDictionary*)userInfo

@@ -3,9 +3,9 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/foundation/filemanager (page not seen)
+// developer.apple.com/documentation/foundation/filemanager
 @interface NSFileManager : NSObject
-// developer.apple.com/documentation/foundation/filemanager/default (page not seen)
+// developer.apple.com/documentation/foundation/filemanager/default
 @property(class, readonly, strong) NSFileManager* defaultManager;
 // developer.apple.com/documentation/foundation/filemanager/trashitem(at:resultingitemurl:)
 - (BOOL)trashItemAtURL:(NSURL*)url

@@ -2,19 +2,21 @@
 #pragma once
 #import <Foundation/FoundationBase.h>
 
-// developer.apple.com/documentation/corefoundation/cgfloat (page not seen)
+// developer.apple.com/documentation/corefoundation/cgfloat-c.typealias
 typedef double CGFloat;
-// developer.apple.com/documentation/corefoundation/core-foundation-structures
+// developer.apple.com/documentation/corefoundation/cgpoint, of the name
+// members: docs.rs/polyhorn-ios-sys/latest/polyhorn_ios_sys/coregraphics/struct.CGPoint.html
 typedef struct CGPoint {
     CGFloat x;
     CGFloat y;
 } CGPoint;
-// developer.apple.com/documentation/corefoundation/core-foundation-structures
+// developer.apple.com/documentation/corefoundation/cgsize (page not seen; docs.rs/core_graphics_min)
 typedef struct CGSize {
     CGFloat width;
     CGFloat height;
 } CGSize;
-// developer.apple.com/documentation/corefoundation/core-foundation-structures
+// developer.apple.com/documentation/corefoundation/cgrect
+//   (page not seen; onestack.dev/ios-reference/CoreFoundation/CGRect)
 typedef struct CGRect {
     CGPoint origin;
     CGSize size;

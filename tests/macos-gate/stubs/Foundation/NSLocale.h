@@ -3,7 +3,7 @@
 #import <Foundation/NSArray.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/foundation/nslocale (page not seen)
+// developer.apple.com/documentation/foundation/nslocale
 @interface NSLocale : NSObject <NSCopying>
 // developer.apple.com/documentation/foundation/nslocale/preferredlanguages
 @property(class, readonly, copy) NSArray<NSString*>* preferredLanguages API_AVAILABLE(macos(10.5));

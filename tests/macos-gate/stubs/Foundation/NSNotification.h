@@ -3,14 +3,14 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/foundation/nsnotification/name-swift.struct (page not seen)
+// developer.apple.com/documentation/foundation/nsnotification/name-swift.struct
+//   (page not seen; docs.rs/objc2-foundation/latest/objc2_foundation/type.NSNotificationName.html)
 typedef NSString* NSNotificationName;
 @class NSOperationQueue;
 
-// developer.apple.com/documentation/foundation/nsnotification (page not seen)
+// developer.apple.com/documentation/foundation/nsnotification
 @interface NSNotification : NSObject <NSCopying>
-// docs.rs/crate/icrate/0.0.1/source/src/generated/Foundation/NSNotification.rs
-// developer.apple.com/documentation/foundation/nsnotification/userinfo (page not seen)
+// developer.apple.com/documentation/foundation/nsnotification/userinfo
 @property(nullable, readonly, copy) NSDictionary* userInfo;
 @end
 
@@ -26,7 +26,7 @@ typedef NSString* NSNotificationName;
            selector:(SEL)aSelector
                name:(nullable NSNotificationName)aName
              object:(nullable id)anObject;
-// developer.apple.com/documentation/foundation/notificationcenter/removeobserver(_:) (page not seen)
+// developer.apple.com/documentation/foundation/notificationcenter/removeobserver(_:)-2yciv
 - (void)removeObserver:(id)observer;
 @end
 NS_ASSUME_NONNULL_END

@@ -10,7 +10,8 @@ NS_ASSUME_NONNULL_BEGIN
 typedef NSUInteger NSStringEncoding;
 
 enum : NSStringEncoding {
-    // developer.apple.com/documentation/foundation/nsutf8stringencoding (page not seen)
+    // developer.apple.com/documentation/foundation/nsutf8stringencoding
+    // value: docs.rs/objc2-foundation/0.2.0/objc2_foundation/constant.NSUTF8StringEncoding.html
     NSUTF8StringEncoding = 4
 };
 
@@ -18,7 +19,7 @@ enum : NSStringEncoding {
 @interface NSString : NSObject <NSCopying, NSSecureCoding>
 // developer.apple.com/documentation/foundation/nsstring/init(bytes:length:encoding:)
 - (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
-// developer.apple.com/documentation/foundation/nsstring/isequal(to:) (page not seen)
+// developer.apple.com/documentation/foundation/nsstring/isequal(to:)
 - (BOOL)isEqualToString:(NSString*)other;
 // developer.apple.com/documentation/foundation/nsstring/data(using:allowlossyconversion:)
 - (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;

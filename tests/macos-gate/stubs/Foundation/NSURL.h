@@ -8,7 +8,8 @@ NS_ASSUME_NONNULL_BEGIN
 typedef NSString* NSURLResourceKey;
 // developer.apple.com/documentation/foundation/urlresourcekey/volumetotalcapacitykey
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeTotalCapacityKey;
-// developer.apple.com/documentation/foundation/urlresourcekey/volumeavailablecapacitykey (page not seen)
+// developer.apple.com/documentation/foundation/urlresourcekey/volumeavailablecapacitykey
+//   (page not seen; docs.rs/objc2-foundation/latest/objc2_foundation/static.NSURLVolumeAvailableCapacityKey.html)
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityKey;
 
 // developer.apple.com/documentation/foundation/nsurl

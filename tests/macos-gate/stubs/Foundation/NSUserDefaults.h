@@ -6,7 +6,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 // developer.apple.com/documentation/foundation/userdefaults
 @interface NSUserDefaults : NSObject
-// developer.apple.com/documentation/foundation/userdefaults/standard (page not seen)
+// developer.apple.com/documentation/foundation/userdefaults/standard
 @property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
 // developer.apple.com/documentation/foundation/userdefaults/init(suitename:)
 - (nullable instancetype)initWithSuiteName:(nullable NSString*)suitename API_AVAILABLE(macos(10.9))

@@ -19,9 +19,9 @@ API_AVAILABLE(macos(10.14))
 // developer.apple.com/documentation/usernotifications/unmutablenotificationcontent
 API_AVAILABLE(macos(10.14))
 @interface UNMutableNotificationContent : UNNotificationContent
-// developer.apple.com/documentation/usernotifications/unmutablenotificationcontent/title (page not seen)
+// developer.apple.com/documentation/usernotifications/unmutablenotificationcontent/title
 @property(copy) NSString* title;
-// developer.apple.com/documentation/usernotifications/unmutablenotificationcontent/body (page not seen)
+// developer.apple.com/documentation/usernotifications/unmutablenotificationcontent/body
 @property(copy) NSString* body;
 // developer.apple.com/documentation/usernotifications/unmutablenotificationcontent/sound
 @property(copy, nullable) UNNotificationSound* sound;

@@ -7,20 +7,20 @@
 NS_ASSUME_NONNULL_BEGIN
 
 // developer.apple.com/documentation/usernotifications/unauthorizationoptions
+// values: learn.microsoft.com/en-us/dotnet/api/usernotifications.unauthorizationoptions
 typedef NS_OPTIONS(NSUInteger, UNAuthorizationOptions) {
-    // developer.apple.com/documentation/usernotifications/unauthorizationoptions/sound
     UNAuthorizationOptionSound = (1 << 1),
-    // developer.apple.com/documentation/usernotifications/unauthorizationoptions/alert
     UNAuthorizationOptionAlert = (1 << 2),
-};
+} API_AVAILABLE(macos(10.14));
 
 // developer.apple.com/documentation/usernotifications/unnotificationpresentationoptions
+// values: learn.microsoft.com/en-us/dotnet/api/usernotifications.unnotificationpresentationoptions
 typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
     // developer.apple.com/documentation/usernotifications/unnotificationpresentationoptions/sound
     UNNotificationPresentationOptionSound = (1 << 1),
     // developer.apple.com/documentation/usernotifications/unnotificationpresentationoptions/banner
     UNNotificationPresentationOptionBanner API_AVAILABLE(macos(11.0)) = (1 << 4),
-};
+} API_AVAILABLE(macos(10.14));
 
 @class UNUserNotificationCenter;
 
