@@ -85,7 +85,8 @@ class InfoPlist(InFolder):
     def test_every_question_of_the_system_has_a_reason_in_every_language(self):
         asked = {key: text for key, text in self.info().items() if key.endswith('UsageDescription')}
         self.assertIn('Finder', asked['NSAppleEventsUsageDescription'])
-        for place in ('DesktopFolder', 'DocumentsFolder', 'DownloadsFolder', 'RemovableVolumes', 'NetworkVolumes'):
+        for place in ('DesktopFolder', 'DocumentsFolder', 'DownloadsFolder', 'RemovableVolumes', 'NetworkVolumes',
+                      'FileProviderDomain', 'AppData'):
             self.assertTrue(asked[f'NS{place}UsageDescription'])
         for language in PROJECT.glob('po/*.po'):
             lines = (FOLDER / f'{language.stem}.lproj/InfoPlist.strings').read_text(encoding='utf-8').splitlines()
