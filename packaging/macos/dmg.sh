@@ -25,7 +25,9 @@ cmake --build "$folder" -j"$(processors)"
 cmake -E rm -rf "$folder/signed"
 cmake --install "$folder" --prefix "$folder/signed"
 app=$folder/signed/Kestrune.app
-"$(brew --prefix qt)/bin/macdeployqt" "$app"
+# Of the Qt that was built with, which need not be Homebrew's.
+qt=$(sed -n 's/^Qt6_DIR:PATH=//p' "$folder/CMakeCache.txt")
+"$qt/../../../bin/macdeployqt" "$app"
 "$here/sign.sh" "$app" "$identity"
 
 rm -f -- "$folder"/Kestrune-*.dmg

@@ -33,6 +33,9 @@ esac''',
     printf '#!/bin/bash\\necho "menu for $*"\\n' >"$STAND_IN_APP/Contents/MacOS/Kestrune"
     chmod +x "$STAND_IN_APP/Contents/MacOS/Kestrune" ;;
   --install) mkdir -p "$4/Kestrune.app/Contents" ;;
+  -S)
+    mkdir -p "$4"
+    printf 'Qt6_DIR:PATH=%s/lib/cmake/Qt6\\n' "$STAND_IN_QT" >"$4/CMakeCache.txt" ;;
 esac''',
     'ctest': 'echo "100% tests passed"; exit ${STAND_IN_CTEST:-0}',
     'cpack': 'touch Kestrune-2.1.0.dmg',
@@ -56,14 +59,16 @@ class OnAMac(unittest.TestCase):
         self.tools.mkdir()
         self.app = self.root / 'build/release/bin/Kestrune.app'
         prefix = self.root.parent / 'brew'
-        (prefix / 'opt/qt/bin').mkdir(parents=True)
+        qt = self.root.parent / 'another Qt'  # what the build was told to take instead of Homebrew's
+        (qt / 'bin').mkdir(parents=True)
+        (qt / 'lib/cmake/Qt6').mkdir(parents=True)
         for name, body in STAND_INS.items():
-            tool = (prefix / 'opt/qt/bin' if name == 'macdeployqt' else self.tools) / name
+            tool = (qt / 'bin' if name == 'macdeployqt' else self.tools) / name
             tool.write_text(NOTE + body + '\n')
             tool.chmod(0o755)
         self.log = self.root.parent / 'log'
         self.settings = {'PATH': f'{self.tools}:/usr/bin:/bin', 'STAND_IN_LOG': str(self.log), 'STAND_IN_MISSING': '',
-                         'STAND_IN_APP': str(self.app), 'STAND_IN_PREFIX': str(prefix)}
+                         'STAND_IN_APP': str(self.app), 'STAND_IN_PREFIX': str(prefix), 'STAND_IN_QT': str(qt)}
         self.prefixes = f'-DCMAKE_PREFIX_PATH={prefix};{prefix}/opt/qt;{prefix}/opt/gettext'
 
     def start(self, *command, **settings):
@@ -217,7 +222,7 @@ class DiskImage(OnAMac):
         self.assertEqual(result.returncode, 0, result.stderr)
         return [' '.join(call[:2]) for call in self.calls('cmake', 'macdeployqt', 'codesign', 'cpack', 'xcrun')]
 
-    def test_libraries_go_in_before_the_signature_and_the_image_is_made_after_it(self):
+    def test_libraries_of_the_qt_built_with_go_in_before_the_signature_and_the_image_is_made_after_it(self):
         app = f'{self.root}/out/signed/Kestrune.app'
         self.assertEqual(self.made(), ['cmake -S', 'cmake --build', 'cmake -E', 'cmake --install',
                                        f'macdeployqt {app}', 'codesign --force', 'codesign --verify', 'cpack --config'])
