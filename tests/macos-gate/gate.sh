@@ -51,7 +51,7 @@ compile_commands() { # architecture
 # A build folder is kept while what it was made with is the same. Build files and sources are ninja's business.
 configure() { # architecture
   local key
-  key=$(system_flags "$1" | cat - "$here/cmake/darwin.cmake" "$here/gate.sh" | sha256sum)
+  key=$({ system_flags "$1" && declare -f configure && cat -- "$here/cmake/darwin.cmake"; } | sha256sum)
   [[ -f $work/$1/build.ninja && $key == "$(cat -- "$work/$1.key" 2>/dev/null)" ]] && return
   rm -rf -- "${work:?}/$1"
   system_flags "$1" >"$work/flags.$1"
@@ -92,21 +92,15 @@ build_rest() {
   summary "other sources" "${#rest[@]} files that this configuration leaves out"
 }
 
-# Strict link of everything, whether the program uses it or not: no name may stay open but those of undefined-allowed.txt.
+# Strict link of everything, whether the program uses it or not: no name at all may stay open. What may be used is listed
+# in tbd/, in the package's list of the system library, and in the lists of what Qt and the C++ library export.
 link_all() { # architecture
-  local open
   local -a archives lists
   mapfile -t archives < <(find "$work/$1" -name 'libkestrune_*.a')
   mapfile -t lists < <(find -L "$work/sdk" -name '*.tbd' | sort)
-  ld64.lld-$llvm -arch "$1" -platform_version macos "$oldest" "$oldest" -dylib -all_load -demangle --error-limit=0 \
-    -o "$work/all.$1" "${archives[@]}" "${lists[@]}" >"$work/link.$1.log" 2>&1 || true
-  open=$(sed -n 's/.*undefined symbol: //p' "$work/link.$1.log" | sort -u)
-  if grep -v 'undefined symbol' "$work/link.$1.log" | grep -E 'error:' ||
-    grep -vEf "$here/undefined-allowed.txt" <<<"$open" | grep . >"$work/open.$1"; then
-    sed 's/^/open: /' "$work/open.$1"
-    return 1
-  fi
-  summary "link $1" "${#archives[@]} libraries linked whole, $(grep -c . <<<"$open") names open"
+  quietly "$work/link.$1.log" ld64.lld-$llvm -arch "$1" -platform_version macos "$oldest" "$oldest" -syslibroot "$work/sdk" \
+    -dylib -all_load -demangle --error-limit=0 -o "$work/all.$1" "${archives[@]}" "${lists[@]}" || return
+  summary "link $1" "${#archives[@]} libraries linked whole, no name left open"
 }
 
 # The bundle as cmake --install lays it out.

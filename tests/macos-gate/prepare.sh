@@ -72,13 +72,16 @@ prepare_darwin() {
 }
 
 # list_exports INSTALL_NAME FILE...: an export list (.tbd) of what the ELF libraries export, under Darwin's names: one
-# more underscore, and the C library's FILE has another tag there.
+# more underscore, another tag of the C library's FILE, and the text of the other C++ library.
 list_exports() {
   local name=$1
   shift
   printf -- '--- !tapi-tbd\ntbd-version: 4\ntargets: [ arm64-macos, x86_64-macos ]\n'
   printf "install-name: '%s'\nexports:\n  - targets: [ arm64-macos, x86_64-macos ]\n    symbols: [" "$name"
-  llvm-nm-$llvm --dynamic --defined-only --format=just-symbols "$@" | sed -n 's/@.*//; s/8_IO_FILE/7__sFILE/; s/^[A-Za-z_].*/ "_&",/p' | sort -u
+  llvm-nm-$llvm --dynamic --defined-only --format=just-symbols "$@" |
+    sed -n 's/@.*//; s/8_IO_FILE/7__sFILE/; s/B5cxx11//
+      s/NSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE/NSt3__112basic_stringIcNS0_11char_traitsIcEENS0_9allocatorIcEEEE/
+      s/^[A-Za-z_].*/ "_&",/p' | sort -u
   printf ' ]\n...\n'
 }
 
@@ -110,7 +113,7 @@ prepare_sdk() {
   done
   ln -sfn /usr/include/nlohmann "$sdk/opt/include/nlohmann"
   ln -sfn "$here/tbd/libintl.tbd" "$sdk/opt/lib/libintl.tbd"
-  ln -sfn "$here/tbd/libobjc.tbd" "$sdk/usr/lib/libobjc.tbd"
+  ln -sfn "$here/tbd/libobjc.tbd" "$sdk/usr/lib/libobjc.A.tbd"
   ln -sfn "$work/darwin/darwin/libSystem.13.tbd" "$sdk/usr/lib/libSystem.tbd"
   if ! is_fresh "$sdk/usr/lib/libc++.tbd" "$work/darwin/.done"; then
     list_exports /usr/lib/libc++.1.dylib "$work"/darwin/libcxx-exports/libc++{,abi}.so.1 >"$sdk/libc++.new"
