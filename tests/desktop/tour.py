@@ -46,6 +46,7 @@ def tour(app, look):
     settled_picture(pictures / f'confirmation-{look}.png', 'root')
     app.answer('Move to Trash')
     app.windows.wait_for(f'Moved {len(BUILD_CACHES)} items to Trash. 0 failed.')
+    Notifications.wait_for('Kestrune cleanup results')  # and no longer over the window
     app.show_page('Activity')
     settled_picture(page_picture('Activity', look), window)
 
