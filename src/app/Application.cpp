@@ -52,10 +52,16 @@ Application::Application(BuildSettings settings)
           prepareInterface();
           return windowForAlerts();
       }),
-      m_folders([this] {
-          prepareInterface();
-          return windowForAlerts();
-      }),
+      m_folders(
+          [this] {
+              prepareInterface();
+              return windowForAlerts();
+          },
+          [this](const std::string& message) {
+              if (m_services.panelMessage) {
+                  m_services.panelMessage->show(message);
+              }
+          }),
       m_store({m_engine,
                m_cleaners,
                *m_services.preferences,

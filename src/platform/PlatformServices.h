@@ -15,6 +15,7 @@
 #include "platform/LoginItem.h"
 #include "platform/MemoryPressureSource.h"
 #include "platform/NotificationCenter.h"
+#include "platform/PanelMessage.h"
 #include "platform/PowerSources.h"
 #include "platform/Preferences.h"
 #include "platform/ProcessControl.h"
@@ -64,6 +65,7 @@ struct PlatformServices {
     std::unique_ptr<StatusItem> statusItem;
     std::unique_ptr<SingleInstance> singleInstance;
     std::unique_ptr<TerminationRequests> terminationRequests;
+    std::unique_ptr<PanelMessage> panelMessage;        ///< null where the toolkit's panel says everything itself
     std::unique_ptr<Updater> updater;                  ///< the system's own; null where it brings none, and then
     std::unique_ptr<UpdateFetcher> updateFetcher;      ///< the program looks for updates itself, with these two, which
     std::unique_ptr<UpdateInstaller> updateInstaller;  ///< are null where they are not needed

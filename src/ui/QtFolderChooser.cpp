@@ -116,7 +116,9 @@ std::optional<std::string> chosenIn(const QFileDialog& panel) {
 
 }  // namespace
 
-QtFolderChooser::QtFolderChooser(std::function<QWidget*()> parent) : m_parent(std::move(parent)) {
+QtFolderChooser::QtFolderChooser(std::function<QWidget*()> parent,
+                                 std::function<void(const std::string& message)> opened)
+    : m_parent(std::move(parent)), m_opened(std::move(opened)) {
 }
 
 std::optional<std::string> QtFolderChooser::chooseFolder(const std::string& message, const std::string& startFolder) {
@@ -138,6 +140,9 @@ std::optional<std::string> QtFolderChooser::chooseFolder(const std::string& mess
     panel->show();
     panel->raise();
     panel->activateWindow();
+    if (m_opened) {
+        m_opened(message);
+    }
     const bool isAccepted = panel->exec() == QDialog::Accepted;
     m_open.clear();
     if (panel.isNull()) {

@@ -114,6 +114,16 @@ TEST_F(QtFolderChooserTest, messageIsSeenInThePanelAndReadByScreenReaders) {
     });
 }
 
+TEST_F(QtFolderChooserTest, whoeverCompletesTheDesktopsPanelIsToldTheMessageWhileItIsOpen) {
+    std::string told;
+    QtFolderChooser chooser(
+        [] { return nullptr; },
+        [&told](const std::string& said) { told = QApplication::activeModalWidget() == nullptr ? "" : said; });
+    QTimer::singleShot(0, [] { qobject_cast<QFileDialog*>(QApplication::activeModalWidget())->reject(); });
+    EXPECT_EQ(chooser.chooseFolder(message, folder.path()), std::nullopt);
+    EXPECT_EQ(told, message);
+}
+
 TEST_F(QtFolderChooserTest, typedFolderIsAnsweredOnReturn) {
     const std::string wanted = make(folder, "Projects/app");
     EXPECT_EQ(choose(folder.path(),

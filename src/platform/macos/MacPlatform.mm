@@ -23,6 +23,7 @@
 #include "platform/macos/MacLoginItemList.h"
 #include "platform/macos/MacMemoryPressure.h"
 #include "platform/macos/MacNotificationCenter.h"
+#include "platform/macos/MacPanelMessage.h"
 #include "platform/macos/MacPowerSources.h"
 #include "platform/macos/MacPreferences.h"
 #include "platform/macos/MacProcessControl.h"
@@ -102,6 +103,7 @@ PlatformServices makePlatformServices() {
         services.statusItem = std::make_unique<MacStatusItem>();
         services.singleInstance = std::make_unique<MacSingleInstance>(
             services.homeDirectory + "/Library/Application Support/Kestrune/instance.lock", !isTheAgent);
+        services.panelMessage = std::make_unique<MacPanelMessage>();
         services.updater = makeMacUpdater();
         return services;
     }

@@ -1,6 +1,7 @@
 // Hand-written from the documentation pages named below, for type checks away from a Mac; no real build sees it.
 #pragma once
 #import <AppKit/NSDockTile.h>
+#import <AppKit/NSOpenPanel.h>
 #import <AppKit/NSRunningApplication.h>
 #import <AppKit/NSView.h>
 
@@ -22,6 +23,8 @@ NS_ASSUME_NONNULL_BEGIN
 // developer.apple.com/documentation/appkit/nsapplication/docktile
 //   (page not seen; learn.microsoft.com/en-us/dotnet/api/appkit.nsapplication.docktile)
 @property(readonly, strong) NSDockTile* dockTile;
+// developer.apple.com/documentation/appkit/nsapplication/windows
+@property(readonly, copy) NSArray<NSWindow*>* windows;
 // developer.apple.com/documentation/appkit/nsapplication/setactivationpolicy(_:)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
 // developer.apple.com/documentation/appkit/nsapplication/activate(ignoringotherapps:)
