@@ -67,7 +67,9 @@ configure() { # architecture
 build() { # architecture
   configure "$1" || stage_failed configure || return
   if ! quietly "$work/build.$1.log" ninja -C "$work/$1" -j"$jobs" "${chosen_files[@]/%/^}"; then
-    if grep -qE '^ld64\.lld(-[0-9]+)?: error' "$work/build.$1.log"; then
+    if grep -q '^CMake Error' "$work/build.$1.log"; then
+      stage_failed configure
+    elif grep -qE '^ld64\.lld(-[0-9]+)?: error' "$work/build.$1.log"; then
       stage_failed link
     elif grep -q 'FAILED: .*/facts/' "$work/build.$1.log"; then
       stage_failed facts
