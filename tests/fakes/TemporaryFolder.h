@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -18,8 +19,10 @@ class TemporaryFolder final {
 public:
     TemporaryFolder() : TemporaryFolder(std::getenv("TMPDIR") != nullptr ? std::getenv("TMPDIR") : "/tmp") {}
 
-    /// Below base, for a test that asks much of the file system or of one file system.
-    explicit TemporaryFolder(const std::string& base) : m_path(base + "/kestrune-test-XXXXXX") {
+    /// Below base, for a test that asks much of the file system or of one file system. The path is the system's own of
+    /// it: on macOS temporary folders lie behind a link, and TMPDIR ends with a slash.
+    explicit TemporaryFolder(const std::string& base)
+        : m_path(std::filesystem::canonical(base).string() + "/kestrune-test-XXXXXX") {
         if (::mkdtemp(m_path.data()) == nullptr) {
             ADD_FAILURE() << "no temporary folder at " << m_path;
         }
