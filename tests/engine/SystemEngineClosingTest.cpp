@@ -158,7 +158,9 @@ public:
         return vanished == pid ? std::nullopt : m_applications.application(pid);
     }
 
-    ApplicationIcon iconOf(const RunningApplication& application) override { return m_applications.iconOf(application); }
+    ApplicationIcon iconOf(const RunningApplication& application) override {
+        return m_applications.iconOf(application);
+    }
 
     std::vector<std::string> namesOfProgram(const std::string& executable) override {
         return m_applications.namesOfProgram(executable);

@@ -22,9 +22,10 @@ private:
     FakeFileStore m_files;
 };
 
-INSTANTIATE_TEST_SUITE_P(Linux, PreferencesTest, testing::Values([]() -> std::unique_ptr<PreferencesHost> {
-                             return std::make_unique<LinuxHost>();
-                         }));
+INSTANTIATE_TEST_SUITE_P(Linux, PreferencesTest,
+                         testing::Values(PreferencesHostMaker{"Linux", []() -> std::unique_ptr<PreferencesHost> {
+                                                                  return std::make_unique<LinuxHost>();
+                                                              }}));
 
 class LinuxPreferencesTest : public testing::Test {
 protected:

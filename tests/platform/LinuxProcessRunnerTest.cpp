@@ -5,9 +5,10 @@
 namespace kestrune {
 namespace {
 
-INSTANTIATE_TEST_SUITE_P(Linux, ProcessRunnerTest, testing::Values([]() -> std::unique_ptr<ProcessRunner> {
-                             return std::make_unique<LinuxProcessRunner>();
-                         }));
+INSTANTIATE_TEST_SUITE_P(Linux, ProcessRunnerTest,
+                         testing::Values(ProcessRunnerMaker{"Linux", []() -> std::unique_ptr<ProcessRunner> {
+                                                                return std::make_unique<LinuxProcessRunner>();
+                                                            }}));
 
 }  // namespace
 }  // namespace kestrune

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -28,12 +28,20 @@ public:
     virtual void failSaving(bool fails) = 0;
 };
 
+/// One system's host.
+struct PreferencesHostMaker {
+    const char* system;
+    std::unique_ptr<PreferencesHost> (*make)();
+
+    friend void PrintTo(const PreferencesHostMaker& maker, std::ostream* out) { *out << maker.system; }
+};
+
 /// What every system's Preferences are held to. A test program instantiates it with its own host.
-class PreferencesTest : public testing::TestWithParam<std::function<std::unique_ptr<PreferencesHost>()>> {
+class PreferencesTest : public testing::TestWithParam<PreferencesHostMaker> {
 protected:
     using Texts = Preferences::Texts;
 
-    const std::unique_ptr<PreferencesHost> host = GetParam()();
+    const std::unique_ptr<PreferencesHost> host = GetParam().make();
     const std::unique_ptr<Preferences> preferences = host->startProgram();
 };
 

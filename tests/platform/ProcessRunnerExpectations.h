@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <memory>
 #include <numeric>
+#include <ostream>
 #include <thread>
 #include <utility>
 
@@ -25,14 +26,22 @@ namespace {
 
 constexpr ProcessLimits shortLimits{0.2, 0.4, 0.6};
 
+/// One system's runner.
+struct ProcessRunnerMaker {
+    const char* system;
+    std::unique_ptr<ProcessRunner> (*make)();
+
+    friend void PrintTo(const ProcessRunnerMaker& maker, std::ostream* out) { *out << maker.system; }
+};
+
 /// What every ProcessRunner is held to. Each system's test names it with what makes its own.
-class ProcessRunnerTest : public testing::TestWithParam<std::unique_ptr<ProcessRunner> (*)()> {
+class ProcessRunnerTest : public testing::TestWithParam<ProcessRunnerMaker> {
 protected:
     ProcessResult shellScript(const std::string& script, const ProcessLimits& limits = {}) {
         return runner.run("/bin/sh", {"-c", script}, limits);
     }
 
-    const std::unique_ptr<ProcessRunner> made = GetParam()();
+    const std::unique_ptr<ProcessRunner> made = GetParam().make();
     ProcessRunner& runner = *made;
 };
 
@@ -252,7 +261,7 @@ TEST_P(ProcessRunnerTest, brokenPipeEndsTheCommandAsInAnyTerminal) {
 
 TEST_P(ProcessRunnerTest, exitStatusSurvivesAnIgnoredChildSignal) {
     const auto previous = std::signal(SIGCHLD, SIG_IGN);
-    EXPECT_EQ(GetParam()()->run("/bin/false", {}).status, 1);
+    EXPECT_EQ(GetParam().make()->run("/bin/false", {}).status, 1);
     std::signal(SIGCHLD, previous);
 }
 

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "base/Text.h"
-#include "platform/linux/DesktopEntryText.h"
 #include "platform/ProgramPath.h"
+#include "platform/linux/DesktopEntryText.h"
 
 namespace kestrune::AutostartEntry {
 

@@ -20,9 +20,10 @@ private:
     FakeDefaultsDatabase m_database;
 };
 
-INSTANTIATE_TEST_SUITE_P(MacOS, PreferencesTest, testing::Values([]() -> std::unique_ptr<PreferencesHost> {
-                             return std::make_unique<MacHost>();
-                         }));
+INSTANTIATE_TEST_SUITE_P(MacOS, PreferencesTest,
+                         testing::Values(PreferencesHostMaker{"MacOS", []() -> std::unique_ptr<PreferencesHost> {
+                                                                  return std::make_unique<MacHost>();
+                                                              }}));
 
 class MacPreferencesTest : public testing::Test {
 protected:

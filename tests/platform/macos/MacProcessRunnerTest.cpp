@@ -6,9 +6,10 @@
 namespace kestrune {
 namespace {
 
-INSTANTIATE_TEST_SUITE_P(MacOS, ProcessRunnerTest, testing::Values([]() -> std::unique_ptr<ProcessRunner> {
-                             return std::make_unique<MacProcessRunner>();
-                         }));
+INSTANTIATE_TEST_SUITE_P(MacOS, ProcessRunnerTest,
+                         testing::Values(ProcessRunnerMaker{"MacOS", []() -> std::unique_ptr<ProcessRunner> {
+                                                                return std::make_unique<MacProcessRunner>();
+                                                            }}));
 
 class MacProcessRunnerTest : public testing::Test {
 protected:
