@@ -5,6 +5,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QTimer>
 #include <QVariantMap>
 
 #include <utility>
@@ -18,6 +19,10 @@ const QString instancePath = QStringLiteral("/com/torvandelsyn/kestrune");
 const QString applicationInterface = QStringLiteral("org.freedesktop.Application");
 
 constexpr int answerTimeoutMilliseconds = 1000;
+
+// How long one that ends is waited for: its object goes first, its name only with the process.
+constexpr int pauseMilliseconds = 50;
+constexpr int pausesAtMost = 15;
 
 // org.freedesktop.DBus.RequestName
 constexpr uint doNotQueue = 4;
@@ -80,6 +85,9 @@ void LinuxSingleInstance::activateOther(const std::function<void(Outcome)>& answ
             answer(Outcome::otherCameForward);
         } else if (watcher->error().type() == QDBusError::ServiceUnknown) {
             acquire(answer);
+        } else if (watcher->error().type() == QDBusError::UnknownObject && m_pauses < pausesAtMost) {
+            ++m_pauses;
+            QTimer::singleShot(pauseMilliseconds, this, [this, answer] { acquire(answer); });
         } else {
             requestName([answer](bool isTaken) { answer(isTaken ? Outcome::otherDoesNotAnswer : Outcome::first); });
         }
@@ -98,9 +106,15 @@ bool LinuxSingleInstance::handleMessage(const QDBusMessage& message, const QDBus
     if (message.interface() != applicationInterface || message.member() != QLatin1String("Activate")) {
         return false;
     }
+    // Answered when its turn comes: a program that is ending never gets there, and whoever asks takes its place then.
     QMetaObject::invokeMethod(
-        this, [this] { m_reopen(); }, Qt::QueuedConnection);
-    return connection.send(message.createReply());
+        this,
+        [this, connection, reply = message.createReply()] {
+            connection.send(reply);
+            m_reopen();
+        },
+        Qt::QueuedConnection);
+    return true;
 }
 
 }  // namespace kestrune

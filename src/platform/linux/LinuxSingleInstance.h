@@ -32,6 +32,7 @@ private:
 
     QDBusConnection m_connection;
     std::function<void()> m_reopen;
+    int m_pauses = 0;  ///< that were made to let another one end
 };
 
 }  // namespace kestrune

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QEvent>
 #include <QTimer>
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "tests/platform/linux/TestBus.h"
 
@@ -42,6 +44,63 @@ public:
 
 private:
     QDBusConnection m_connection = TestBus::instance().connect();
+};
+
+/// A first instance on its way out: its object is gone, its name not yet.
+class EndingInstance final : public QDBusVirtualObject {
+public:
+    EndingInstance() {
+        m_connection.registerVirtualObject(QStringLiteral("/com/torvandelsyn/kestrune"), this);
+        m_connection.registerService(QStringLiteral("com.torvandelsyn.kestrune"));
+    }
+
+    EndingInstance(const EndingInstance&) = delete;
+    EndingInstance& operator=(const EndingInstance&) = delete;
+
+    ~EndingInstance() override { QDBusConnection::disconnectFromBus(m_connection.name()); }
+
+    [[nodiscard]] QString introspect(const QString&) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        connection.send(message.createErrorReply(QDBusError::UnknownObject, QString()));
+        if (++m_timesAsked == 3 && whenAskedThrice) {
+            whenAskedThrice();
+        }
+        return true;
+    }
+
+    std::function<void()> whenAskedThrice;
+
+private:
+    QDBusConnection m_connection = TestBus::instance().connect();
+    int m_timesAsked = 0;
+};
+
+/// A first instance whose event loop ends right after it was asked to come forward.
+class EndsWhenAsked final : public QObject {
+public:
+    EndsWhenAsked() { m_instance->installEventFilter(this); }
+
+    LinuxSingleInstance& instance() { return *m_instance; }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        // The call of the bus comes first, and what it left for later second.
+        if (event->type() != QEvent::MetaCall || ++m_calls != 2) {
+            return false;
+        }
+        QTimer::singleShot(0, this, [this] { end(); });
+        return true;
+    }
+
+private:
+    void end() {
+        m_instance.reset();
+        QDBusConnection::disconnectFromBus(std::exchange(m_connection, QDBusConnection(QString())).name());
+    }
+
+    QDBusConnection m_connection = TestBus::instance().connect();
+    std::unique_ptr<LinuxSingleInstance> m_instance = std::make_unique<LinuxSingleInstance>(m_connection);
+    int m_calls = 0;
 };
 
 std::optional<Outcome> acquired(
@@ -80,6 +139,30 @@ TEST(LinuxSingleInstance, aFirstOneThatHangsIsTold) {
 TEST(LinuxSingleInstance, aFirstOneThatEndsBeforeItAnswersLeavesItsPlace) {
     auto first = std::make_unique<HangingInstance>();
     first->whenAsked = [&] { QTimer::singleShot(0, [&] { first.reset(); }); };
+    const QDBusConnection connection = TestBus::instance().connect();
+    LinuxSingleInstance second(connection);
+    EXPECT_EQ(acquired(second), Outcome::first);
+    QDBusConnection::disconnectFromBus(connection.name());
+}
+
+TEST(LinuxSingleInstance, aFirstOneThatIsAboutToEndLeavesItsPlace) {
+    auto first = std::make_unique<EndingInstance>();
+    first->whenAskedThrice = [&] { QTimer::singleShot(0, [&] { first.reset(); }); };
+    const QDBusConnection connection = TestBus::instance().connect();
+    LinuxSingleInstance second(connection);
+    EXPECT_EQ(acquired(second), Outcome::first);
+    QDBusConnection::disconnectFromBus(connection.name());
+}
+
+TEST(LinuxSingleInstance, aFirstOneThatGoesOnAndOnEndingIsTold) {
+    const EndingInstance first;
+    LinuxSingleInstance second(TestBus::instance().connect());
+    EXPECT_EQ(acquired(second), Outcome::otherDoesNotAnswer);
+}
+
+TEST(LinuxSingleInstance, aFirstOneThatEndsBeforeItComesForwardHasNotAnswered) {
+    EndsWhenAsked first;
+    ASSERT_EQ(acquired(first.instance()), Outcome::first);
     const QDBusConnection connection = TestBus::instance().connect();
     LinuxSingleInstance second(connection);
     EXPECT_EQ(acquired(second), Outcome::first);
