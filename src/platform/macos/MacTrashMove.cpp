@@ -58,7 +58,7 @@ Result<TrashedItem, TrashError> MacTrashMove::judge(const MacTrashAnswer& answer
     if (place) {
         return TrashedItem{*place};
     }
-    return arrived.ok() ? giveBack(*answer.location, arrived.value().identity) : judgeWithoutLocation().error();
+    return arrived.ok() ? giveBack(*answer.location, arrived.value()) : judgeWithoutLocation().error();
 }
 
 /// The system moved something and no path leads to it.
@@ -72,23 +72,37 @@ Result<TrashedItem, TrashError> MacTrashMove::judgeWithoutLocation() const {
 
 /// Gives what moved instead of the item its place back. The folders are gone down as the system did, by their names and
 /// through links: that is where it was taken from.
-TrashError MacTrashMove::giveBack(const std::string& location, const FileIdentity& other) const {
+TrashError MacTrashMove::giveBack(const std::string& location, const MacFileStatus& other) const {
+    MacFileDescriptor open;
+    static_cast<void>(openMacItem(AT_FDCWD, location, other, open));
     const std::string folderPath = folderOf(m_item.path);
     for (int i = 0; i < longestSearchForPlace; ++i) {
         const MacFileDescriptor folder(::openat(AT_FDCWD, folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         const int error = folder ? renameIfFree(AT_FDCWD, location, folder.get(), m_item.leaf) : errno;
         if (error == 0) {
-            const auto returned = macStatusIn(folder.get(), m_item.leaf);
-            if (returned.ok() && returned.value().identity == other) {
-                return protectedOrChanged();
-            }
-            // It was exchanged in the Trash, and what came in its stead belongs there.
-            static_cast<void>(renameIfFree(folder.get(), m_item.leaf, AT_FDCWD, location));
-            break;
+            return judgeReturned(folder.get(), location, other.identity, open.get());
         }
         if (!mayChange(error)) {
             break;
         }
+    }
+    return leftInTrash(protectedOrChanged());
+}
+
+/// Looks who has the place after other was given back to it. What was exchanged in the Trash before belongs there, and
+/// so does what came in its stead. Anything else was put here by somebody since: what never was in the Trash must not
+/// go there.
+TrashError MacTrashMove::judgeReturned(int folder, const std::string& location, const FileIdentity& other,
+                                       int openOther) const {
+    const auto returned = macStatusIn(folder, m_item.leaf);
+    const auto is = [&returned](const FileIdentity& one) { return returned.ok() && returned.value().identity == one; };
+    const bool isItem = is(m_item.status.identity);
+    const auto otherNow = pathNow(openOther);
+    if (is(other) || (otherNow ? !m_folders.holds(*otherNow) : isItem)) {
+        return protectedOrChanged();
+    }
+    if (otherNow && !isItem) {
+        static_cast<void>(renameIfFree(folder, m_item.leaf, AT_FDCWD, location));
     }
     return leftInTrash(protectedOrChanged());
 }

@@ -32,7 +32,9 @@ public:
 private:
     [[nodiscard]] Result<TrashedItem, TrashError> judge(const MacTrashAnswer& answer) const;
     [[nodiscard]] Result<TrashedItem, TrashError> judgeWithoutLocation() const;
-    [[nodiscard]] TrashError giveBack(const std::string& location, const FileIdentity& other) const;
+    [[nodiscard]] TrashError giveBack(const std::string& location, const MacFileStatus& other) const;
+    [[nodiscard]] TrashError judgeReturned(int folder, const std::string& location, const FileIdentity& other,
+                                           int openOther) const;
     [[nodiscard]] std::optional<std::string> placeInTrash() const;
     void withdrawRecord() const;
 

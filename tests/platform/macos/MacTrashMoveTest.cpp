@@ -206,6 +206,41 @@ TEST_F(MacTrashMoveTest, whatIsExchangedInTheTrashBeforeItGoesBackStaysInTheTras
     EXPECT_EQ(contentOf(trashFolder + "/x/content"), "another");
 }
 
+TEST_F(MacTrashMoveTest, whatIsExchangedInItsPlaceAfterItWentBackStaysThere) {
+    makeFolder("a", "confirmed");
+    makeFolder("other", "another");
+    system.beforeRename = [this] { exchange(home + "/a", home + "/other"); };
+    fake_darwin::files().afterRename = [this] { exchange(home + "/a", home + "/other"); };
+    expectFailure("a", TrashFailure::protectedOrChanged);
+    EXPECT_EQ(contentOf(home + "/a/content"), "confirmed");
+    EXPECT_EQ(contentOf(home + "/other/content"), "another");
+    EXPECT_EQ(recordOf(home + "/a"), "");
+    EXPECT_TRUE(fs::is_empty(trashFolder));
+}
+
+TEST_F(MacTrashMoveTest, theItemThatComesBackForALinkIsNotTakenToTheTrash) {
+    makeFolder("a", "confirmed");
+    fs::create_directory_symlink(beside("victim"), home + "/link");
+    system.beforeRename = [this] { exchange(home + "/a", home + "/link"); };
+    fake_darwin::files().afterRename = [this] { exchange(home + "/a", home + "/link"); };
+    expectFailure("a", TrashFailure::protectedOrChanged);
+    EXPECT_EQ(contentOf(home + "/a/content"), "confirmed");
+    EXPECT_TRUE(fs::is_symlink(home + "/link"));
+    EXPECT_TRUE(fs::is_empty(trashFolder));
+}
+
+TEST_F(MacTrashMoveTest, aThirdItemThatComesAfterItWentBackIsNotTakenToTheTrash) {
+    makeFolder("a", "confirmed");
+    makeFolder("other", "another");
+    makeFolder("third", "never in the Trash");
+    system.beforeRename = [this] { exchange(home + "/a", home + "/other"); };
+    fake_darwin::files().afterRename = [this] { exchange(home + "/a", home + "/third"); };
+    expectFailure("a", TrashFailure::protectedOrChanged);
+    EXPECT_EQ(contentOf(home + "/a/content"), "never in the Trash");
+    EXPECT_EQ(contentOf(home + "/third/content"), "another");
+    EXPECT_TRUE(fs::is_empty(trashFolder));
+}
+
 TEST_F(MacTrashMoveTest, withoutTheKernelsWordForTheFolderNothingIsHandedToTheSystem) {
     makeFolder("a");
     fake_darwin::files().pathError = ENOENT;
