@@ -119,7 +119,11 @@ inspect() { # stage
 }
 
 whole() {
-  local stage architecture begun=$SECONDS
+  local stage architecture begun=$SECONDS lock
+  # One at a time in this folder; a second one waits.
+  exec {lock}>"$work/.whole"
+  flock "$lock"
+  stage_began=$SECONDS
   for stage in "${stages[@]}"; do
     case $stage in
       build) for architecture in "${architectures[@]}"; do build "$architecture" || return; done ;;
