@@ -15,8 +15,9 @@ import sys
 from pathlib import Path
 
 CHECKERS = 'core,cplusplus,osx,nullability,deadcode,unix'
-# Qt's objects belong to their parents and its calls own their slots, which the analyzer does not know.
-UNSUITABLE_FOR_QT = 'cplusplus.NewDeleteLeaks'
+# The analyzer loses sight of what Qt's parents own and of what lies in a std::function. LeakSanitizer does not, where the
+# code runs on Linux; this check is for the rest.
+ONLY_FOR_MACOS = 'cplusplus.NewDeleteLeaks'
 
 TIDY_CONFIGURATION = Path(__file__).with_name('tidy.yaml')
 
@@ -87,8 +88,8 @@ class States:
 def analysis(source, command, _llvm):
     words = command + ['--analyze', '-Xclang', '-analyzer-werror', '-Xclang', f'-analyzer-checker={CHECKERS}',
                        '-Xclang', '-analyzer-output=text', '-o', '/dev/null']
-    if '-DQT_CORE_LIB' in command and '/src/platform/macos/' not in source:
-        words += ['-Xclang', f'-analyzer-disable-checker={UNSUITABLE_FOR_QT}']
+    if '/src/platform/macos/' not in source:
+        words += ['-Xclang', f'-analyzer-disable-checker={ONLY_FOR_MACOS}']
     return words
 
 
