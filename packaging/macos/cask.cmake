@@ -1,4 +1,4 @@
-# The Homebrew cask of a published disk image (docs.brew.sh/Cask-Cookbook):
+# The Homebrew cask of a published disk image (Homebrew's "Cask Cookbook"):
 #   cmake -DIMAGE=Kestrune-2.1.0.dmg -DOUTPUT=kestrune.rb -DHOMEPAGE=https://… [-DFEED=https://…] -P cask.cmake
 # The version is taken from the image's name. With a feed Homebrew leaves updates to the program.
 cmake_minimum_required(VERSION 3.25)

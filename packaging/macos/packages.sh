@@ -22,7 +22,7 @@ install_missing() {
     return 1
   fi
   if ! command -v brew >/dev/null; then
-    say "There is no Homebrew here. Install it from https://brew.sh, or the equivalents of these packages: $*"
+    say "There is no Homebrew here. Install it, or the equivalents of these packages: $*"
     return 1
   fi
   for package in "$@"; do

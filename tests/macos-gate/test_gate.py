@@ -20,11 +20,20 @@ class GateWithoutPackages(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
-        self.programs = Path(folder.name, 'bin')
-        self.work = Path(folder.name, 'work')
+        self.folder = Path(folder.name)
+        self.programs = self.folder / 'bin'
+        self.work = self.folder / 'work'
         self.programs.mkdir()
+        self.place('project')
         for name in BASICS:
             self.programs.joinpath(name).symlink_to(shutil.which(name))
+
+    def place(self, project):
+        """Wherever this project lies, the gate's own scripts are started from a folder of this name."""
+        self.scripts = self.folder / project / 'tests' / 'macos-gate'
+        self.scripts.mkdir(parents=True)
+        for name in ('gate.sh', 'prepare.sh'):
+            shutil.copy(HERE / name, self.scripts)
 
     def program(self, name, script=''):
         path = self.programs / name
@@ -32,7 +41,7 @@ class GateWithoutPackages(unittest.TestCase):
         path.chmod(0o755)
 
     def gate(self):
-        done = subprocess.run([HERE / 'gate.sh', self.work], capture_output=True, text=True,
+        done = subprocess.run([self.scripts / 'gate.sh', self.work], capture_output=True, text=True,
                               env={'PATH': str(self.programs), 'HOME': os.environ.get('HOME', '/')})
         return done.returncode, done.stdout
 
@@ -43,6 +52,10 @@ class GateWithoutPackages(unittest.TestCase):
     def test_without_the_compiler_it_is_skipped_and_says_so(self):
         self.assertEqual((SKIPPED, 'SKIPPED: MACOS GATE: CLANG++-22 IS NOT INSTALLED\n'), self.gate())
         self.assertEqual('SKIPPED: MACOS GATE: CLANG++-22 IS NOT INSTALLED\n', (self.work / 'skipped').read_text())
+
+    def test_below_a_name_with_a_space_it_is_skipped(self):
+        self.place('my project')
+        self.assertEqual((SKIPPED, 'SKIPPED: MACOS GATE: THE PATH OF THE PROJECT HAS A SPACE IN IT\n'), self.gate())
 
     def test_without_npm_it_is_skipped(self):
         self.tools()

@@ -39,7 +39,7 @@ lintian --allow-root --fail-on error -- "$first" || fail "lintian objects to $fi
 [[ -z $(dpkg-deb --ctrl-tarfile "$first" | tar -t | grep -E 'inst|prerm|postrm|conffiles') ]] ||
   fail "the package runs scripts of its own or has configuration files"
 
-debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian >"$work/debootstrap.log" 2>&1 ||
+debootstrap --variant=minbase bookworm "$root" >"$work/debootstrap.log" 2>&1 ||
   fail "no Debian could be set up, which needs the network: $(tail -n 1 "$work/debootstrap.log")"
 cp /etc/resolv.conf "$root/etc/"
 inside apt-get -qq update || fail "the package lists could not be fetched, which needs the network"

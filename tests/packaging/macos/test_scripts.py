@@ -125,11 +125,11 @@ class Run(OnAMac):
         self.assertIn('xcode-select --install', result.stderr)
         self.assertEqual(self.calls('brew', 'cmake'), [])
 
-    def test_without_homebrew_it_says_where_it_is(self):
+    def test_without_homebrew_it_says_what_is_needed(self):
         (self.tools / 'brew').unlink()
         result = self.start('run')
         self.assertEqual(result.returncode, 1)
-        self.assertIn('https://brew.sh', result.stderr)
+        self.assertRegex(result.stderr, 'There is no Homebrew here.*equivalents of these packages: .*cmake')
 
     def test_a_package_that_cannot_be_installed_ends_it(self):
         result = self.start('run', STAND_IN_MISSING='qt', STAND_IN_INSTALL='1')
