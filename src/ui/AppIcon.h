@@ -11,10 +11,8 @@
 class QPainter;
 class QRect;
 
-namespace kestrune {
-
 /// The picture before a process's name. Main thread.
-namespace AppIcon {
+namespace kestrune::AppIcon {
 
 /// Side of the picture in the design.
 constexpr int side = 28;
@@ -34,6 +32,4 @@ void draw(QPainter& painter, const QRect& box, const RunningItem& item, const Pi
 /// The letter of the tile; empty for a name without letters and digits.
 [[nodiscard]] QString letter(const QString& name);
 
-}  // namespace AppIcon
-
-}  // namespace kestrune
+}  // namespace kestrune::AppIcon

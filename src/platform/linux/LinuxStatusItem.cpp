@@ -39,7 +39,7 @@ struct LinuxStatusItem::OnBus {
     TrayRegistration registration;
 };
 
-LinuxStatusItem::LinuxStatusItem(const QDBusConnection& connection) : m_connection(connection) {
+LinuxStatusItem::LinuxStatusItem(QDBusConnection connection) : m_connection(std::move(connection)) {
 }
 
 LinuxStatusItem::~LinuxStatusItem() = default;

@@ -12,7 +12,7 @@ namespace kestrune {
 /// without a panel and while either comes and goes. Main thread.
 class LinuxStatusItem final : public StatusItem {
 public:
-    explicit LinuxStatusItem(const QDBusConnection& connection);
+    explicit LinuxStatusItem(QDBusConnection connection);
     ~LinuxStatusItem() override;
 
     void start(Handlers handlers) override;

@@ -86,7 +86,7 @@ std::string installedFolder() {
 
 std::string install(std::string folder) {
     const Environment environment = environmentOfProcess();
-    const std::string name = catalogue(environment, [&folder](const std::string& candidate) {
+    std::string name = catalogue(environment, [&folder](const std::string& candidate) {
         folder = folder.empty() ? installedFolder() : folder;
         return isInPlace(folder, candidate);
     });

@@ -5,10 +5,8 @@
 
 #include "platform/TranslationCatalogue.h"
 
-namespace kestrune {
-
 /// The user's language, from the environment, and the program's catalogue for it, through GNU gettext.
-namespace LinuxTranslation {
+namespace kestrune::LinuxTranslation {
 
 using TranslationCatalogue::Environment;
 
@@ -25,6 +23,4 @@ using TranslationCatalogue::Environment;
 /// the disk. Once, before other threads start: it may set LANGUAGE.
 std::string install(std::string folder = {});
 
-}  // namespace LinuxTranslation
-
-}  // namespace kestrune
+}  // namespace kestrune::LinuxTranslation
