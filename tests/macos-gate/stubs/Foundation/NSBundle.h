@@ -3,7 +3,7 @@
 #import <Foundation/FoundationBase.h>
 
 NS_ASSUME_NONNULL_BEGIN
-// developer.apple.com/documentation/foundation/bundle/main
+// developer.apple.com/documentation/foundation/bundle
 @interface NSBundle : NSObject
 // developer.apple.com/documentation/foundation/bundle/main
 @property(class, readonly, strong) NSBundle* mainBundle;
